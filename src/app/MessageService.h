@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class QWidget;
+
+namespace kelvora {
+
+// MessageService is the one seam for every modal interaction of the windows: message boxes
+// by catalogue id, questions, file and folder choosers, and opening a web address. The
+// program uses QtMessageService; tests install a service that records what was shown and
+// returns scripted answers, so no test ever blocks on a dialog.
+class MessageService {
+public:
+    enum class Icon { Information, Warning, Critical };
+    enum class Answer { Ok, Cancel, Yes, No };
+
+    virtual ~MessageService() = default;
+
+    // ShowMessage shows text (the catalogue text of id, already filled) with an OK button.
+    virtual void ShowMessage(int id, const QString& text, Icon icon, const QString& title) = 0;
+    // AskOkCancel and AskYesNo ask a question and return the button pressed.
+    virtual Answer AskOkCancel(int id, const QString& text, const QString& title) = 0;
+    virtual Answer AskYesNo(int id, const QString& text, const QString& title) = 0;
+
+    // File choosers return the chosen path(s), or nothing when the person cancelled.
+    virtual QStringList OpenFileNames(const QString& title, const QString& filter,
+                                      bool several) = 0;
+    virtual QString SaveFileName(const QString& title, const QString& filter,
+                                 const QString& suggested) = 0;
+    virtual QString ExistingFolder(const QString& title) = 0;
+
+    // OpenUrl hands a web address to the system's browser.
+    virtual void OpenUrl(const QString& url) = 0;
+};
+
+// QtMessageService shows real Qt dialogs over parent.
+class QtMessageService final : public MessageService {
+public:
+    explicit QtMessageService(QWidget* parent = nullptr) : m_parent(parent) {}
+    void setParent(QWidget* parent) { m_parent = parent; }
+
+    void ShowMessage(int id, const QString& text, Icon icon, const QString& title) override;
+    Answer AskOkCancel(int id, const QString& text, const QString& title) override;
+    Answer AskYesNo(int id, const QString& text, const QString& title) override;
+    QStringList OpenFileNames(const QString& title, const QString& filter, bool several) override;
+    QString SaveFileName(const QString& title, const QString& filter,
+                         const QString& suggested) override;
+    QString ExistingFolder(const QString& title) override;
+    void OpenUrl(const QString& url) override;
+
+private:
+    QWidget* m_parent;
+};
+
+} // namespace kelvora
