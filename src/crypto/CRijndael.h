@@ -78,6 +78,15 @@ public:
 private:
     struct Schedule;
 
+    // Streaming calls let events run once per this many blocks (about every 16 KB).
+    static constexpr std::size_t kBlocksBetweenChecks = 500;
+
+    void PrepareOneShotKey(const Bytes& key);
+    [[nodiscard]] bool HasKey() const;
+    [[nodiscard]] bool CancelAfterEvents();
+    void ResetProgress(std::size_t blocks);
+    void ReportProgress(std::size_t position);
+
     JobObserver* m_observer;
     Schedule* m_schedule;
     std::array<std::uint8_t, kBlockBytes> m_encryptChain{};
