@@ -48,7 +48,8 @@ public:
     // HighlightedTab is the tab under the mouse pointer, or -1.
     int HighlightedTab() const { return m_highlightedTab; }
 
-    // TabRect is the outline of tab index in widget coordinates (the active tab stands taller).
+    // TabRect is the outline of tab index in widget coordinates (the active tab stands taller),
+    // an empty rectangle for a tab that is not shown.
     QRect TabRect(int index) const;
     // TabBoundaries holds the left x of each shown tab, then the right end of the last tab.
     std::array<int, kMaxTabs + 1> TabBoundaries() const;
