@@ -73,10 +73,14 @@ std::string GetText(int languageOffset, int germanId, std::string_view s, std::s
     if (!text) {
         return "#" + std::to_string(germanId);
     }
+    return FillPlaceholders(*text, s, d);
+}
+
+std::string FillPlaceholders(std::string_view text, std::string_view s, std::string_view d) {
     if (s.empty() && d.empty()) {
-        return std::string(*text);
+        return std::string(text);
     }
-    return ReplaceAll(ReplaceAll(*text, "%s", s), "%d", d);
+    return ReplaceAll(ReplaceAll(text, "%s", s), "%d", d);
 }
 
 } // namespace kelvora

@@ -23,4 +23,9 @@ inline constexpr int kFrench = 2900;
 [[nodiscard]] std::string GetText(int languageOffset, int germanId, std::string_view s = {},
                                   std::string_view d = {});
 
+// FillPlaceholders applies GetText's filling to any text: unchanged when s and d are both
+// empty, else every "%s" becomes s and then every "%d" becomes d. It cannot fail.
+[[nodiscard]] std::string FillPlaceholders(std::string_view text, std::string_view s,
+                                           std::string_view d);
+
 } // namespace kelvora

@@ -1,0 +1,172 @@
+#include "i18n/Catalogue.h"
+
+#include "i18n/CatalogueTable.h"
+
+#include <array>
+#include <gtest/gtest.h>
+#include <set>
+
+namespace kelvora {
+namespace {
+
+// ---- GetText and its filling ----
+
+struct GetTextCase {
+    const char* name;
+    int language;
+    int id;
+    std::string s;
+    std::string d;
+    std::string expected;
+};
+
+class GetTextFilling : public ::testing::TestWithParam<GetTextCase> {};
+
+TEST_P(GetTextFilling, ReturnsTheFilledText) {
+    const GetTextCase& c = GetParam();
+    EXPECT_EQ(GetText(c.language, c.id, c.s, c.d), c.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, GetTextFilling,
+    ::testing::Values(GetTextCase{"PlainEnglish", kEnglish, 114, "", "",
+                                  "Error: Please check the filename(s) and password"},
+                      GetTextCase{"PathIntoEnglish", kEnglish, 116, "C:\\x.vexo", "",
+                                  "The encrypted file has been saved as \"C:\\x.vexo\"."},
+                      GetTextCase{"PlaceholderKeptWhenNothingToFill", kEnglish, 116, "", "",
+                                  "The encrypted file has been saved as \"%s\"."},
+                      GetTextCase{"OnlyDGivenEmptiesS", kEnglish, 116, "", "7",
+                                  "The encrypted file has been saved as \"\"."},
+                      GetTextCase{"PathIntoFrench", kFrench, 116, "C:\\x.vexo", "",
+                                  "Le fichier chiffré a été enregistré sous « C:\\x.vexo »."},
+                      GetTextCase{
+                          "KeyNumberIntoSpanish", kSpanish, 386, "4", "",
+                          "La clave 4 está vacía. Introduzca todas las claves antes de descifrar."},
+                      GetTextCase{"NoGerman182", kGerman, 182, "", "", "#182"},
+                      GetTextCase{"UnknownIdMarkedWithGermanId", kFrench, 147, "x", "", "#147"},
+                      GetTextCase{"NegativeNumber", kGerman, -5, "", "", "#-5"}),
+    [](const auto& info) { return info.param.name; });
+
+struct FillCase {
+    const char* name;
+    std::string text;
+    std::string s;
+    std::string d;
+    std::string expected;
+};
+
+class PlaceholderFilling : public ::testing::TestWithParam<FillCase> {};
+
+TEST_P(PlaceholderFilling, ReplacesEveryPlaceholderInOrder) {
+    const FillCase& c = GetParam();
+    EXPECT_EQ(FillPlaceholders(c.text, c.s, c.d), c.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, PlaceholderFilling,
+    ::testing::Values(FillCase{"BothEmptyKeepsAll", "%s of %d", "", "", "%s of %d"},
+                      FillCase{"DFilled", "key %d of 10", "", "3", "key 3 of 10"},
+                      FillCase{"EveryOccurrence", "%s-%s-%d-%d", "a", "b", "a-a-b-b"},
+                      FillCase{"SFilledBeforeD", "[%s]", "%d", "9", "[9]"},
+                      FillCase{"InsertedTextNotSearchedAgain", "%s", "%s%s", "", "%s%s"},
+                      FillCase{"CaseSensitive", "%S %D %s", "x", "y", "%S %D x"},
+                      FillCase{"NoPlaceholder", "plain", "x", "y", "plain"}),
+    [](const auto& info) { return info.param.name; });
+
+// ---- Which ids exist in which language ----
+
+constexpr std::array kLanguages{kGerman, kEnglish, kSpanish, kFrench};
+
+// Ids the windows and messages use that every language holds.
+constexpr std::array kIdsInEveryLanguage{
+    103, 105, 106, 108, 109, 110, 111, 112, 114, 115, 116, 120, 121, 122, 123, 124, 125,
+    126, 127, 128, 129, 130, 142, 143, 144, 145, 146, 148, 149, 150, 151, 152, 153, 154,
+    155, 156, 158, 159, 160, 161, 162, 163, 164, 165, 166, 167, 169, 178, 179, 180, 181,
+    183, 184, 187, 190, 191, 192, 193, 194, 195, 200, 385, 386, 390, 391, 392, 393, 394,
+    395, 396, 397, 398, 399, 400, 401, 402, 403, 404, 500, 501, 502, 503, 504};
+
+class IdInEveryLanguage : public ::testing::TestWithParam<int> {};
+
+TEST_P(IdInEveryLanguage, Exists) {
+    for (const int language : kLanguages) {
+        EXPECT_TRUE(FindText(language, GetParam())) << "language offset " << language;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, IdInEveryLanguage, ::testing::ValuesIn(kIdsInEveryLanguage),
+                         [](const auto& info) { return "Id" + std::to_string(info.param); });
+
+TEST(CatalogueGaps, ReturnToMainMenuOnlyInEnglishAndSpanish) {
+    EXPECT_FALSE(FindText(kGerman, 182));
+    EXPECT_EQ(FindText(kEnglish, 182), "Return to main menu");
+    EXPECT_TRUE(FindText(kSpanish, 182));
+    EXPECT_FALSE(FindText(kFrench, 182));
+}
+
+TEST(CatalogueGaps, FrenchHasNoPromotional202And203) {
+    EXPECT_FALSE(FindText(kFrench, 202));
+    EXPECT_FALSE(FindText(kFrench, 203));
+}
+
+TEST(CatalogueGaps, TextNumberIsIdPlusOffset) {
+    // The English "Return to main menu" is text 1082, however it is reached.
+    EXPECT_EQ(FindText(kGerman, 1082), FindText(kEnglish, 182));
+    EXPECT_FALSE(FindText(kGerman, 1082 + 1900));
+    EXPECT_FALSE(FindText(-kEnglish, 103));
+}
+
+// ---- The table as a whole ----
+
+TEST(CatalogueTable, IdsAscendWithoutRepeats) {
+    const auto rows = CatalogueRows();
+    for (std::size_t i = 1; i < rows.size(); ++i) {
+        EXPECT_LT(rows[i - 1].germanId, rows[i].germanId) << "row " << i;
+    }
+}
+
+// Every id of the table is either one the windows use or a known gap.
+TEST(CatalogueTable, HoldsNoUnlistedId) {
+    std::set<int> listed(kIdsInEveryLanguage.begin(), kIdsInEveryLanguage.end());
+    listed.insert(182);
+    for (const CatalogueRow& row : CatalogueRows()) {
+        EXPECT_TRUE(listed.contains(row.germanId)) << row.germanId;
+    }
+}
+
+std::size_t CountOf(std::string_view text, std::string_view part) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(part); at != std::string_view::npos;
+         at = text.find(part, at + part.size())) {
+        ++count;
+    }
+    return count;
+}
+
+// Translations must keep what the program fills in or relies on: placeholders, the product
+// name and the pattern part of a file filter.
+TEST(CatalogueTable, TranslationsKeepWhatTheProgramUses) {
+    for (const CatalogueRow& row : CatalogueRows()) {
+        ASSERT_NE(row.english, nullptr) << row.germanId;
+        const std::string_view english = row.english;
+        const auto filter = english.find('|');
+        for (const char* text : {row.german, row.english, row.spanish, row.french}) {
+            if (text == nullptr) {
+                continue;
+            }
+            const std::string_view translated = text;
+            SCOPED_TRACE(std::to_string(row.germanId) + ": " + text);
+            EXPECT_FALSE(translated.empty());
+            EXPECT_EQ(CountOf(translated, "%s"), CountOf(english, "%s"));
+            EXPECT_EQ(CountOf(translated, "%d"), CountOf(english, "%d"));
+            EXPECT_EQ(CountOf(translated, "Kelvora"), CountOf(english, "Kelvora"));
+            if (filter != std::string_view::npos) {
+                const auto at = translated.find('|');
+                ASSERT_NE(at, std::string_view::npos);
+                EXPECT_EQ(translated.substr(at), english.substr(filter));
+            }
+        }
+    }
+}
+
+} // namespace
+} // namespace kelvora
