@@ -12,7 +12,7 @@
 // - keep the product names "Kelvora" and "Kelvora-Crypt" untranslated;
 // - in a file-dialog filter such as "All files (*.*)|*.*" only the part before "|" is text;
 // - the English column is the reference wording and stays exactly as it is, slips such as
-//   "ecnrypt" included, because messages are identified by it;
+//   "ecnrypt" included;
 // - kAbsent marks a text one language does not have: there is no German or French 182. The
 //   welcome window's 201 to 203 come with that window (French has no 202 and 203);
 // - texts the product adds beyond the reference list take German ids from 500 up.
@@ -373,6 +373,7 @@ constexpr CatalogueRow kRows[] = {
           "Bienvenido...",
           "Bienvenue..."},
 
+    // The shared-security key count is out of range; a key to combine is empty.
     {385, "Die Anzahl der Schlüssel muss zwischen 1 und 10 liegen.",
           "The number of keys must be between 1 and 10.",
           "El número de claves debe estar entre 1 y 10.",
@@ -461,6 +462,8 @@ constexpr CatalogueRow kRows[] = {
           "¡Dirección de correo electrónico no válida!",
           "Adresse e-mail non valide !"},
 
+    // The tooltip of the minimise/close picture; the names of the languages on their flags,
+    // each written in its own language.
     {500, "Links minimieren, rechts schließen",
           "Left: minimize, right: close",
           "Izquierda: minimizar; derecha: cerrar",
