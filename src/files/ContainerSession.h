@@ -1,0 +1,39 @@
+#pragma once
+
+#include "files/ContainerReader.h"
+#include "files/DecryptJob.h"
+#include "files/FileDecryptor.h"
+#include "files/JobCipher.h"
+
+#include <string>
+
+namespace kelvora {
+
+// ContainerSession is what every reading job starts with: the container opened with its
+// index, the cipher keyed, and the passphrase checked before anything else happens.
+class ContainerSession {
+public:
+    explicit ContainerSession(FileJobObserver& observer)
+        : m_cipher(observer), m_decryptor(m_reader, m_cipher, observer), m_observer(observer) {}
+
+    // Open gives NothingToDo for a missing key, the reader's errors, or CheckPassphrase's.
+    [[nodiscard]] FileJobResult Open(const DecryptRequest& request);
+
+    ContainerReader& Reader() { return m_reader; }
+    JobCipher& Cipher() { return m_cipher; }
+    FileDecryptor& Decryptor() { return m_decryptor; }
+
+private:
+    ContainerReader m_reader;
+    JobCipher m_cipher;
+    FileDecryptor m_decryptor;
+    FileJobObserver& m_observer;
+};
+
+// ContainerBytes is the records' total size, the unit of a reading job's progress.
+[[nodiscard]] std::int64_t ContainerBytes(const std::vector<FileRange>& files);
+
+// DisplayName turns a stored name into text for a person: UTF-8 with "/" between folders.
+[[nodiscard]] std::string DisplayName(const std::string& ansiName);
+
+} // namespace kelvora

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "common/Random.h"
+#include "files/FileError.h"
+#include "files/FileIo.h"
+#include "files/JobCipher.h"
+
+#include <cstdint>
+#include <string>
+
+namespace kelvora {
+
+// AppendResult is one file's outcome: its records' byte count for the index, or an error
+// with the chunk it happened at and errno for file-system errors.
+struct AppendResult {
+    FileError error = FileError::None;
+    std::int64_t byteCount = 0;
+    std::int64_t chunk = 0;
+    int systemError = 0;
+};
+
+// AppendFileToContainer reads inputPath as a stream (salt from random, tail byte, name
+// length, ansiStoredName, data), compresses the data chunk by chunk, enciphers each chunk
+// with the job's prepared key and writes the records to container. Memory stays constant
+// whatever the file's size. On failure or cancel it stops at once; the caller discards
+// the container. The stored name must be at most 255 bytes.
+[[nodiscard]] AppendResult AppendFileToContainer(const std::string& inputPath,
+                                                 const std::string& ansiStoredName,
+                                                 ByteSink& container, JobCipher& cipher,
+                                                 RandomSource& random, FileJobObserver& observer);
+
+} // namespace kelvora

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "common/Bytes.h"
+#include "files/ContainerReader.h"
+#include "files/FileError.h"
+#include "files/JobCipher.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace kelvora {
+
+// What the first record of a file decrypts to. Only a compressed block behind the name is a
+// strong sign of the right passphrase; an empty file's header is a weak one.
+enum class FirstRecordKind {
+    Block,        // name, then a block with its magic and a plain length that fits
+    EmptyFile,    // exactly the header of an empty file (tail byte 99, zero padding)
+    Inconsistent, // neither: a wrong passphrase or damage
+};
+
+struct FirstRecord {
+    FirstRecordKind kind = FirstRecordKind::Inconsistent;
+    std::string ansiName;
+    std::size_t blockOffset = 0;
+};
+
+// InspectFirstRecord reads the header of a file's decrypted first chunk.
+[[nodiscard]] FirstRecord InspectFirstRecord(std::span<const std::uint8_t> plain);
+
+// FileDecryptor restores one file of a container at a time: ReadFirst decrypts the first
+// record and tells what it holds; Restore then writes the file's plain bytes to a sink,
+// record by record, in constant memory.
+class FileDecryptor {
+public:
+    FileDecryptor(ContainerReader& reader, JobCipher& cipher, FileJobObserver& observer)
+        : m_reader(reader), m_cipher(cipher), m_observer(observer) {}
+
+    // ReadFirst gives None with the first record in `first`, or DamagedData when the record
+    // cannot be read, or Cancelled.
+    [[nodiscard]] FileError ReadFirst(const FileRange& range, FirstRecord& first);
+
+    // Restore follows ReadFirst on the same range. On failure it gives DamagedData (with
+    // the chunk in FailedChunk), WriteFailed (errno in the sink) or Cancelled.
+    [[nodiscard]] FileError Restore(const FileRange& range, ByteSink& sink);
+    std::int64_t FailedChunk() const { return m_chunk; }
+
+private:
+    [[nodiscard]] FileError WriteBlock(std::span<const std::uint8_t> block, std::int32_t maxPlain,
+                                       ByteSink& sink);
+
+    ContainerReader& m_reader;
+    JobCipher& m_cipher;
+    FileJobObserver& m_observer;
+    FirstRecord m_first;
+    Bytes m_payload;
+    Bytes m_plain;
+    Bytes m_restored;
+    std::int64_t m_next = 0;
+    std::int64_t m_chunk = 0;
+};
+
+} // namespace kelvora

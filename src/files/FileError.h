@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <utility>
+
+namespace kelvora {
+
+// FileError is how a file job ends. The window maps it to a catalogue message and the CLI
+// to its own line, each in exactly one function.
+enum class FileError {
+    None,
+    NothingToDo,     // empty list, output name or passphrase
+    OutputExists,    // the output container exists and was not to be replaced
+    NameTooLong,     // a stored name longer than 255 bytes
+    UnsafeName,      // a stored name that would leave the output folder
+    ReadFailed,      // an input file or the container could not be read
+    WriteFailed,     // the output could not be written, renamed or its folder made
+    NoUsableContent, // the container is too short or its index is garbled
+    WrongPassphrase, // the first record does not decrypt to a consistent header
+    DamagedData,     // a record that does not decrypt or decompress
+    CompressFailed,  // zlib could not compress a chunk
+    Cancelled,
+};
+
+// FileJobResult is the outcome of a whole job. For errors tied to one file, fileIndex and
+// name tell which (name as shown to a person, UTF-8), chunk counts from 1 where it matters,
+// and systemError holds errno for file-system errors.
+struct FileJobResult {
+    FileError error = FileError::None;
+    std::size_t fileIndex = 0;
+    std::int64_t chunk = 0;
+    std::string name;
+    int systemError = 0;
+
+    bool ok() const { return error == FileError::None; }
+};
+
+// Failure builds the result of a job that ended with error.
+inline FileJobResult Failure(FileError error, std::size_t fileIndex = 0, std::int64_t chunk = 0,
+                             std::string name = {}, int systemError = 0) {
+    return FileJobResult{error, fileIndex, chunk, std::move(name), systemError};
+}
+
+} // namespace kelvora

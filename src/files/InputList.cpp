@@ -1,0 +1,192 @@
+#include "files/InputList.h"
+
+#include "files/StoredName.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <system_error>
+
+namespace kelvora {
+
+namespace fs = std::filesystem;
+
+std::string CollapseSeparators(std::string_view path) {
+    std::string out;
+    out.reserve(path.size());
+    for (const char c : path) {
+        if (c == kPathSeparator && !out.empty() && out.back() == kPathSeparator) {
+            continue;
+        }
+        out.push_back(c);
+    }
+    return out;
+}
+
+std::string DefaultOutputName(std::string_view path) {
+    const std::size_t dot = path.rfind('.');
+    const std::size_t slash = path.rfind(kPathSeparator);
+    if (dot == std::string_view::npos || (slash != std::string_view::npos && dot < slash)) {
+        return {};
+    }
+    return std::string(path.substr(0, dot + 1)) + "vexo";
+}
+
+std::string BaseOfChosenFolder(std::string_view folder) {
+    if (!folder.empty() && folder.back() == kPathSeparator) {
+        folder.remove_suffix(1);
+    }
+    const std::size_t slash = folder.rfind(kPathSeparator);
+    return slash == std::string_view::npos ? std::string() : std::string(folder.substr(0, slash));
+}
+
+bool InputList::AddListPath(std::string_view path, JobObserver* observer) {
+    std::error_code error;
+    if (fs::is_directory(fs::path(path), error)) {
+        WalkFolder(path, {}, observer);
+    } else {
+        AddListFile(path, kLoneFileRelativePath);
+    }
+    const bool refused = m_duplicate;
+    m_duplicate = false;
+    return refused;
+}
+
+void InputList::AddListFile(std::string_view path, std::string_view base) {
+    std::string fullPath = CollapseSeparators(path);
+    if (m_listed.contains(fullPath)) {
+        m_duplicate = true;
+        return;
+    }
+    std::string relative = base == kLoneFileRelativePath
+                               ? std::string(kLoneFileRelativePath)
+                               : fullPath.substr(std::min(base.size(), fullPath.size()));
+    if (m_outputName.empty()) {
+        m_outputName = DefaultOutputName(fullPath);
+    }
+    m_listed.insert(fullPath);
+    m_entries.push_back(InputEntry{std::move(fullPath), std::move(relative)});
+}
+
+void InputList::WalkFolder(std::string_view folder, std::string_view base, JobObserver* observer) {
+    std::string chosen = CollapseSeparators(folder);
+    if (chosen.size() > 1 && chosen.back() == kPathSeparator) {
+        chosen.pop_back();
+    }
+    const std::string baseFolder = base.empty() ? BaseOfChosenFolder(chosen) : std::string(base);
+    m_cancel = false;
+    WalkLevel(chosen, baseFolder, observer);
+}
+
+void InputList::WalkLevel(const std::string& folder, const std::string& base,
+                          JobObserver* observer) {
+    if (m_cancel) {
+        return;
+    }
+    std::vector<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
+        names.push_back(it->path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    const std::string prefix = folder == "/" ? folder : folder + kPathSeparator;
+    for (const std::string& name : names) {
+        if (m_cancel) {
+            return;
+        }
+        const std::string child = prefix + name;
+        const fs::file_status status = fs::symlink_status(child, error);
+        if (fs::is_directory(status)) {
+            WalkLevel(child, base, observer);
+        } else if (fs::is_regular_file(fs::status(child, error))) {
+            AddListFile(child, base);
+        }
+        if (observer != nullptr) {
+            observer->LetEventsRun();
+        }
+    }
+}
+
+void InputList::Remove(std::size_t index) {
+    if (index >= m_entries.size()) {
+        return;
+    }
+    m_listed.erase(m_entries[index].path);
+    m_entries.erase(m_entries.begin() + static_cast<std::ptrdiff_t>(index));
+}
+
+void InputList::Clear() {
+    m_entries.clear();
+    m_listed.clear();
+}
+
+namespace {
+
+std::string_view TrimBlanks(std::string_view text) {
+    while (!text.empty() && text.front() == ' ') {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && text.back() == ' ') {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
+std::size_t FindMarkerIgnoringCase(std::string_view text, std::string_view marker) {
+    const auto it =
+        std::search(text.begin(), text.end(), marker.begin(), marker.end(), [](char a, char b) {
+            return std::tolower(static_cast<unsigned char>(a)) ==
+                   std::tolower(static_cast<unsigned char>(b));
+        });
+    return it == text.end() ? std::string_view::npos : static_cast<std::size_t>(it - text.begin());
+}
+
+std::vector<std::string> SplitBlankSeparated(std::string_view text) {
+    std::vector<std::string> entries;
+    std::string current;
+    bool quoted = false;
+    bool inEntry = false;
+    for (const char c : text) {
+        if (c == '"') {
+            quoted = !quoted;
+            inEntry = true;
+        } else if (c == ' ' && !quoted) {
+            if (inEntry) {
+                entries.push_back(std::move(current));
+                current.clear();
+            }
+            inEntry = false;
+        } else {
+            current.push_back(c);
+            inEntry = true;
+        }
+    }
+    if (inEntry) {
+        entries.push_back(std::move(current));
+    }
+    return entries;
+}
+
+} // namespace
+
+FileListArgument SplitFileListArgument(std::string_view text) {
+    constexpr std::string_view kMarker = " /outputfile ";
+    // A blank in front lets a list that is empty still show its marker.
+    const std::string padded = " " + std::string(text);
+    const std::size_t at = FindMarkerIgnoringCase(padded, kMarker);
+    FileListArgument result;
+    if (at == std::string_view::npos) {
+        result.files = SplitBlankSeparated(text);
+        return result;
+    }
+    const std::string_view whole(padded);
+    result.files = SplitBlankSeparated(whole.substr(0, at));
+    std::string_view output = TrimBlanks(whole.substr(at + kMarker.size()));
+    if (output.size() >= 2 && output.front() == '"' && output.back() == '"') {
+        output = output.substr(1, output.size() - 2);
+    }
+    result.outputFile = std::string(output);
+    return result;
+}
+
+} // namespace kelvora
