@@ -1,0 +1,61 @@
+#include "crypto/KeyRules.h"
+
+#include "crypto/Md5.h"
+
+#include <gtest/gtest.h>
+
+namespace kelvora {
+namespace {
+
+std::string KeyText(const SecretBytes& key) {
+    return StringFromBytes(key.bytes());
+}
+
+// Raw digest bytes of a text, from its hex form.
+std::string RawDigest(const std::string& text) {
+    const std::string hex = *MD5String(text);
+    std::string raw;
+    for (std::size_t i = 0; i < hex.size(); i += 2) {
+        raw.push_back(static_cast<char>(std::stoi(hex.substr(i, 2), nullptr, 16)));
+    }
+    return raw;
+}
+
+TEST(MakePassphraseKey, FillsWithAAndCutsAt32) {
+    EXPECT_EQ(KeyText(MakePassphraseKey("abcdef")), "abcdef" + std::string(26, 'A'));
+    EXPECT_EQ(KeyText(MakePassphraseKey("")), std::string(32, 'A'));
+    const std::string forty = "0123456789012345678901234567890123456789";
+    EXPECT_EQ(KeyText(MakePassphraseKey(forty)), forty.substr(0, 32));
+    EXPECT_EQ(KeyText(MakePassphraseKey("AAA")), KeyText(MakePassphraseKey("A")));
+    EXPECT_EQ(KeyText(MakePassphraseKey(" Mixed Case ")), " Mixed Case " + std::string(20, 'A'));
+}
+
+TEST(BuildKey, JoinsOddAndEvenKeysBeforeDigesting) {
+    const std::vector<std::string> three = {"a", "b", "c"};
+    EXPECT_EQ(KeyText(BuildKey(three).key), RawDigest("ac") + RawDigest("b"));
+
+    const std::vector<std::string> swapped = {"c", "b", "a"};
+    EXPECT_NE(KeyText(BuildKey(swapped).key), KeyText(BuildKey(three).key));
+    const std::vector<std::string> moved = {"b", "a", "c"};
+    EXPECT_NE(KeyText(BuildKey(moved).key), KeyText(BuildKey(three).key));
+}
+
+TEST(BuildKey, OneKeyIsFollowedByTheDigestOfNothing) {
+    const std::vector<std::string> one = {"solo"};
+    const std::string key = KeyText(BuildKey(one).key);
+    ASSERT_EQ(key.size(), 32u);
+    EXPECT_EQ(key.substr(16), std::string("\xd4\x1d\x8c\xd9\x8f\x00\xb2\x04\xe9\x80\x09\x98\xec\xf8"
+                                          "\x42\x7e",
+                                          16));
+}
+
+TEST(BuildKey, NamesTheFirstEmptyKey) {
+    const std::vector<std::string> keys = {"one", "two", "", "four", ""};
+    const SharedKey result = BuildKey(keys);
+    EXPECT_FALSE(result.ok());
+    EXPECT_EQ(result.emptyKeyNumber, 3);
+    EXPECT_TRUE(result.key.empty());
+}
+
+} // namespace
+} // namespace kelvora
