@@ -23,8 +23,9 @@ inline constexpr std::string_view kMakerAddress = "http://www.kelvora.net";
 // WithBanner returns banner line + CR LF + text.
 [[nodiscard]] std::string WithBanner(int languageOffset, std::string_view ansiText);
 
-// IsBannerLine tells whether a line is one of the four banner lines, with any address.
-[[nodiscard]] bool IsBannerLine(std::string_view line);
+// StartsWithBanner tells whether a text begins with one of the four banner texts, the
+// address behind them being any.
+[[nodiscard]] bool StartsWithBanner(std::string_view ansiText);
 
 enum class TextStatus {
     Ok,
