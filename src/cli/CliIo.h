@@ -1,0 +1,19 @@
+#pragma once
+
+#include "cli/CliContext.h"
+
+#include <optional>
+#include <string>
+
+namespace kelvora::cli {
+
+// ReadAll reads a whole file, or standard input when path is absent or "-". On failure it
+// returns false with a message in error.
+[[nodiscard]] bool ReadAll(CliContext& context, const std::optional<std::string>& path,
+                           std::string& data, std::string& error);
+
+// WriteAll writes data to a file, or to standard output when path is absent or "-".
+[[nodiscard]] bool WriteAll(CliContext& context, const std::optional<std::string>& path,
+                            std::string_view data, std::string& error);
+
+} // namespace kelvora::cli

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "cli/CliArgs.h"
+#include "cli/CliContext.h"
+#include "common/Bytes.h"
+
+#include <array>
+
+namespace kelvora::cli {
+
+// The options through which a command receives its passphrase. A passphrase is never taken
+// from a command-line argument, where other users could read it.
+inline constexpr OptionSpec kPassphraseFileOption{"passphrase-file", 'p', true};
+inline constexpr OptionSpec kKeyFileOption{"key-file", '\0', true};
+inline constexpr std::size_t kMaxSharedKeys = 10;
+inline constexpr const char* kPassphraseVariable = "KELVORA_PASSPHRASE";
+
+enum class KeyPurpose {
+    Encrypt, // asks twice on a terminal; shared keys are not accepted
+    Decrypt, // accepts --key-file 1 to 10 times
+    Rate,    // asks once; the passphrase itself is wanted, not a key
+};
+
+// ObtainedSecret is a passphrase (Windows-1252) or a finished key, or the exit status and
+// message of the failure.
+struct ObtainedSecret {
+    SecretString passphrase;
+    SecretBytes key;
+    int status = kExitSuccess;
+    std::string error;
+    bool ok() const { return status == kExitSuccess; }
+};
+
+// ObtainPassphrase takes the passphrase from the first source present: -p FILE (its first
+// line; "-" reads the first line of standard input), the environment variable, the
+// terminal. An empty passphrase, or no source at all, is a usage error.
+[[nodiscard]] ObtainedSecret ObtainPassphrase(CliContext& context, const ParsedArgs& args,
+                                              KeyPurpose purpose);
+
+// ObtainKey gives the 32-byte key for a purpose: the passphrase key rule, or for decryption
+// with --key-file the shared key rule over the keys in order, key 1 first.
+[[nodiscard]] ObtainedSecret ObtainKey(CliContext& context, const ParsedArgs& args,
+                                       KeyPurpose purpose);
+
+} // namespace kelvora::cli

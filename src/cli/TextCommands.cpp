@@ -1,0 +1,151 @@
+#include "cli/TextCommands.h"
+
+#include "cli/CliIo.h"
+#include "cli/PassphraseSource.h"
+#include "common/Ansi.h"
+#include "common/LineBreaks.h"
+#include "crypto/CRijndael.h"
+#include "i18n/Catalogue.h"
+#include "text/EncryptedText.h"
+
+#include <array>
+
+namespace kelvora::cli {
+namespace {
+
+constexpr OptionSpec kInputOption{"input", 'i', true};
+constexpr OptionSpec kOutputOption{"output", 'o', true};
+constexpr OptionSpec kLanguageOption{"lang", '\0', true};
+constexpr OptionSpec kNoBannerOption{"no-banner", '\0', false};
+constexpr OptionSpec kForceOption{"force", '\0', false};
+
+constexpr std::array kEncryptOptions = {kInputOption, kOutputOption, kLanguageOption,
+                                        kPassphraseFileOption};
+constexpr std::array kDecryptOptions = {kInputOption, kOutputOption,         kNoBannerOption,
+                                        kForceOption, kPassphraseFileOption, kKeyFileOption};
+
+std::optional<int> LanguageOffsetFromCode(std::string_view code) {
+    constexpr std::array<std::pair<std::string_view, int>, 4> kCodes = {
+        {{"de", kGerman}, {"en", kEnglish}, {"es", kSpanish}, {"fr", kFrench}}};
+    for (const auto& [name, offset] : kCodes) {
+        if (name == code) {
+            return offset;
+        }
+    }
+    return std::nullopt;
+}
+
+// WithoutBannerLine drops the first line when it is a banner line, with any address.
+std::string_view WithoutBannerLine(std::string_view text) {
+    if (!StartsWithBanner(text)) {
+        return text;
+    }
+    const std::size_t lineEnd = text.find("\r\n");
+    return lineEnd == std::string_view::npos ? std::string_view() : text.substr(lineEnd + 2);
+}
+
+int EncryptText(CliContext& context, const ParsedArgs& args) {
+    if (!args.operands.empty()) {
+        return Fail(context, kExitUsage, "unexpected argument '" + args.operands[0] + "'");
+    }
+    const auto offset = LanguageOffsetFromCode(args.Value(kLanguageOption.longName).value_or("en"));
+    if (!offset) {
+        return Fail(context, kExitUsage, "--lang takes de, en, es or fr");
+    }
+    ObtainedSecret secret = ObtainKey(context, args, KeyPurpose::Encrypt);
+    if (!secret.ok()) {
+        return Fail(context, secret.status, secret.error);
+    }
+    std::string input;
+    std::string error;
+    if (!ReadAll(context, args.Value(kInputOption.longName), input, error)) {
+        return Fail(context, kExitFailure, error);
+    }
+    if (input.empty()) {
+        return Fail(context, kExitFailure, "the text to encrypt is empty");
+    }
+    SecretString plain(WithBanner(*offset, ToCrLf(AnsiFromUtf8(input))));
+    Wipe(input);
+    CRijndael cipher;
+    SystemRandom random;
+    const TextResult result = kelvora::EncryptText(cipher, secret.key.bytes(), plain.str(), random);
+    if (!WriteAll(context, args.Value(kOutputOption.longName), FromCrLf(result.text) + "\n",
+                  error)) {
+        return Fail(context, kExitFailure, error);
+    }
+    return kExitSuccess;
+}
+
+int DecryptText(CliContext& context, const ParsedArgs& args) {
+    if (!args.operands.empty()) {
+        return Fail(context, kExitUsage, "unexpected argument '" + args.operands[0] + "'");
+    }
+    ObtainedSecret secret = ObtainKey(context, args, KeyPurpose::Decrypt);
+    if (!secret.ok()) {
+        return Fail(context, secret.status, secret.error);
+    }
+    std::string armoured;
+    std::string error;
+    if (!ReadAll(context, args.Value(kInputOption.longName), armoured, error)) {
+        return Fail(context, kExitFailure, error);
+    }
+    if (armoured.find_first_not_of(" \t\r\n") == std::string::npos) {
+        return Fail(context, kExitFailure, "the input holds no encrypted text");
+    }
+    CRijndael cipher;
+    TextResult result = kelvora::DecryptText(cipher, secret.key.bytes(), ToCrLf(armoured));
+    if (result.status != TextStatus::Ok) {
+        return Fail(context, kExitFailure,
+                    "not a Kelvora text: it is damaged or incomplete (its length is not a "
+                    "whole number of blocks)");
+    }
+    SecretString shown(std::string(UpToFirstNul(result.text)));
+    Wipe(result.text);
+    if (!StartsWithBanner(shown.str()) && !args.Has(kForceOption.longName)) {
+        return Fail(context, kExitFailure, "wrong passphrase, or not a Kelvora text");
+    }
+    const std::string_view text =
+        args.Has(kNoBannerOption.longName) ? WithoutBannerLine(shown.str()) : shown.str();
+    SecretString output(Utf8FromAnsi(FromCrLf(text)));
+    if (!WriteAll(context, args.Value(kOutputOption.longName), output.str(), error)) {
+        return Fail(context, kExitFailure, error);
+    }
+    return kExitSuccess;
+}
+
+} // namespace
+
+const Command EncryptTextCommand{
+    "encrypt-text", "encrypt a text into printable lines",
+    "Usage: kelvora-cli encrypt-text [--lang de|en|es|fr] [-i FILE] [-o FILE] [-p FILE]\n"
+    "Encrypts a UTF-8 text (standard input by default) into Base64 lines of 76 characters\n"
+    "(standard output by default). The decrypted text begins with a line saying it was\n"
+    "encrypted with Kelvora, in the language --lang picks (default en).\n\n"
+    "  -i, --input FILE            read the text from FILE\n"
+    "  -o, --output FILE           write the encrypted text to FILE\n"
+    "      --lang CODE             language of the first line: de, en, es or fr\n"
+    "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n\n"
+    "The passphrase comes from the first of: -p FILE (its first line; '-' reads the first\n"
+    "line of standard input), the environment variable KELVORA_PASSPHRASE, the terminal\n"
+    "(asked twice).\n",
+    kEncryptOptions, EncryptText};
+
+const Command DecryptTextCommand{
+    "decrypt-text", "decrypt a text made by encrypt-text or the window",
+    "Usage: kelvora-cli decrypt-text [--no-banner] [--force] [-i FILE] [-o FILE] [-p FILE]\n"
+    "                                [--key-file FILE]...\n"
+    "Decrypts an encrypted text (line breaks and blanks anywhere are fine) and writes the\n"
+    "text as the program's window shows it: the Kelvora line first, then the text.\n\n"
+    "  -i, --input FILE            read the encrypted text from FILE\n"
+    "  -o, --output FILE           write the text to FILE\n"
+    "      --no-banner             leave out the first line when it is the Kelvora line\n"
+    "      --force                 write the result even when the passphrase looks wrong\n"
+    "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
+    "      --key-file FILE         a shared-security key, given once per key, key 1 first\n"
+    "                              (1 to 10 files; each file's first line is the key)\n\n"
+    "The passphrase comes from the first of: -p FILE, --key-file FILE..., the environment\n"
+    "variable KELVORA_PASSPHRASE, the terminal. Exit status 1 and no output when the text\n"
+    "does not decrypt to a Kelvora text (wrong passphrase), unless --force.\n",
+    kDecryptOptions, DecryptText};
+
+} // namespace kelvora::cli

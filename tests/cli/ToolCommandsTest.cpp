@@ -1,0 +1,39 @@
+#include "ProcessRunner.h"
+#include "cli/Commands.h"
+
+#include <gtest/gtest.h>
+
+namespace kelvora {
+namespace {
+
+using testing::RunCli;
+
+TEST(ToolCommands, GenpassPrintsAFreshPassphraseEachTime) {
+    const auto first = RunCli({"genpass"});
+    const auto second = RunCli({"genpass"});
+    ASSERT_EQ(first.status, 0);
+    ASSERT_EQ(first.out.size(), 33u);
+    EXPECT_EQ(first.out.back(), '\n');
+    EXPECT_NE(first.out, second.out);
+}
+
+TEST(ToolCommands, RatePrintsScoreStarsAndSentence) {
+    const auto result = RunCli({"rate", "-p", "-"}, "abcdefghij\n");
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out, "score: 20/100\nstars: **---\n"
+                          "This passphrase can presumably be cracked.\n");
+}
+
+TEST(ToolCommands, EveryCommandExplainsItself) {
+    for (const cli::Command* command : cli::AllCommands()) {
+        const auto result = RunCli({std::string(command->name), "--help"});
+        EXPECT_EQ(result.status, 0) << command->name;
+        EXPECT_TRUE(result.out.starts_with("Usage: kelvora-cli " + std::string(command->name)))
+            << result.out;
+    }
+    EXPECT_EQ(RunCli({"--help"}).status, 0);
+    EXPECT_EQ(RunCli({}).status, 2);
+}
+
+} // namespace
+} // namespace kelvora
