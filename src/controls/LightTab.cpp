@@ -267,3 +267,5 @@ void LightTab::focusOutEvent(QFocusEvent* event) {
 }
 
 } // namespace kelvora
+
+#include "moc_LightTab.cpp"

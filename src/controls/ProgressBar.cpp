@@ -236,3 +236,5 @@ void ProgressBar::changeEvent(QEvent* event) {
 }
 
 } // namespace kelvora
+
+#include "moc_ProgressBar.cpp"

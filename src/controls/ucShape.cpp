@@ -134,3 +134,5 @@ void ucShape::resizeEvent(QResizeEvent* event) {
 }
 
 } // namespace kelvora
+
+#include "moc_ucShape.cpp"

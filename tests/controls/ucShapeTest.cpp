@@ -1,0 +1,164 @@
+#include "controls/ucShape.h"
+
+#include <QImage>
+#include <QTest>
+
+namespace kelvora {
+
+namespace {
+
+constexpr OleColor kRed = 0x0000FFu;
+constexpr OleColor kGreen = 0x00FF00u;
+constexpr OleColor kBlue = 0xFF0000u;
+constexpr OleColor kLightGrey = 0xBFB8BFu;
+
+QColor Rgb(OleColor colour) {
+    return TranslateOleColor(colour, QPalette());
+}
+
+} // namespace
+
+class ucShapeTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void NewControlHasTheReadDefaults();
+    void ForeColorPairsItsTwoDefaults_data();
+    void ForeColorPairsItsTwoDefaults();
+    void OtherPropertiesSurviveSaveAndLoad();
+    void NeverSmallerThan32Pixels_data();
+    void NeverSmallerThan32Pixels();
+    void ResizeOfAShownControlSnapsBack();
+    void PaintsOutlineFillAndCorners_data();
+    void PaintsOutlineFillAndCorners();
+};
+
+void ucShapeTest::NewControlHasTheReadDefaults() {
+    const ucShape shape;
+    QCOMPARE(shape.ForeColor(), kLightGrey);
+    QCOMPARE(shape.FillColor(), ucShape::kDefaultFillColor);
+    QCOMPARE(shape.BackColor(), ucShape::kDefaultBackColor);
+    QCOMPARE(shape.Rounding(), 0);
+    QVERIFY(shape.width() >= ucShape::kMinSide && shape.height() >= ucShape::kMinSide);
+}
+
+void ucShapeTest::ForeColorPairsItsTwoDefaults_data() {
+    QTest::addColumn<uint>("outline");
+    QTest::addColumn<bool>("stored");
+    QTest::addColumn<uint>("readBack");
+
+    QTest::newRow("blue outline is not stored and reads back light grey")
+        << uint{kBlue} << false << uint{kLightGrey};
+    QTest::newRow("light grey outline is stored") << uint{kLightGrey} << true << uint{kLightGrey};
+    QTest::newRow("green outline is stored") << uint{kGreen} << true << uint{kGreen};
+}
+
+void ucShapeTest::ForeColorPairsItsTwoDefaults() {
+    QFETCH(uint, outline);
+    QFETCH(bool, stored);
+    QFETCH(uint, readBack);
+
+    ucShape saved;
+    saved.SetForeColor(outline);
+    PropertyBag bag;
+    saved.WriteProperties(bag);
+    QCOMPARE(bag.Contains(QStringLiteral("ForeColor")), stored);
+
+    ucShape loaded;
+    loaded.SetForeColor(kRed);
+    loaded.ReadProperties(bag);
+    QCOMPARE(loaded.ForeColor(), readBack);
+}
+
+void ucShapeTest::OtherPropertiesSurviveSaveAndLoad() {
+    ucShape saved;
+    saved.SetForeColor(kBlue);
+    PropertyBag bag;
+    saved.WriteProperties(bag);
+    QVERIFY(bag.Values().isEmpty());
+
+    QFont font = saved.Font();
+    font.setPointSize(font.pointSize() + 5);
+    saved.SetFont(font);
+    saved.SetFillColor(kGreen);
+    saved.SetBackColor(kRed);
+    saved.SetRounding(12);
+    saved.WriteProperties(bag);
+
+    ucShape loaded;
+    loaded.ReadProperties(bag);
+    QCOMPARE(loaded.FillColor(), kGreen);
+    QCOMPARE(loaded.BackColor(), kRed);
+    QCOMPARE(loaded.Rounding(), 12);
+    QCOMPARE(loaded.Font(), font);
+}
+
+void ucShapeTest::NeverSmallerThan32Pixels_data() {
+    QTest::addColumn<QSize>("requested");
+    QTest::addColumn<QSize>("expected");
+
+    QTest::newRow("too narrow") << QSize(10, 50) << QSize(32, 50);
+    QTest::newRow("too low") << QSize(50, 31) << QSize(50, 32);
+    QTest::newRow("both") << QSize(0, 0) << QSize(32, 32);
+    QTest::newRow("exactly the limit") << QSize(32, 32) << QSize(32, 32);
+    QTest::newRow("large") << QSize(400, 90) << QSize(400, 90);
+}
+
+void ucShapeTest::NeverSmallerThan32Pixels() {
+    QFETCH(QSize, requested);
+    QFETCH(QSize, expected);
+
+    QCOMPARE(ucShape::SnappedSize(requested), expected);
+    ucShape shape;
+    shape.resize(requested);
+    QCOMPARE(shape.size(), expected);
+}
+
+void ucShapeTest::ResizeOfAShownControlSnapsBack() {
+    // A form that lowers the minimum size still cannot shrink the shape below the limit.
+    QWidget form;
+    form.resize(200, 200);
+    auto* shape = new ucShape(&form);
+    shape->setMinimumSize(0, 0);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&form));
+
+    shape->resize(12, 80);
+    QCOMPARE(shape->size(), QSize(32, 80));
+}
+
+void ucShapeTest::PaintsOutlineFillAndCorners_data() {
+    QTest::addColumn<int>("rounding");
+    QTest::addColumn<uint>("cornerColour");
+
+    QTest::newRow("rounding 0 is a plain rectangle") << 0 << uint{kBlue};
+    QTest::newRow("rounded corners show the back colour") << 24 << uint{kRed};
+}
+
+void ucShapeTest::PaintsOutlineFillAndCorners() {
+    QFETCH(int, rounding);
+    QFETCH(uint, cornerColour);
+
+    ucShape shape;
+    shape.resize(80, 60);
+    shape.SetForeColor(kBlue);
+    shape.SetFillColor(kGreen);
+    shape.SetBackColor(kRed);
+    shape.SetRounding(rounding);
+    const QImage image = shape.grab().toImage();
+    QCOMPARE(image.size(), QSize(80, 60));
+
+    for (const QPoint corner : {QPoint(0, 0), QPoint(79, 0), QPoint(0, 59), QPoint(79, 59)}) {
+        QCOMPARE(image.pixelColor(corner), Rgb(cornerColour));
+    }
+    for (const QPoint edge : {QPoint(40, 0), QPoint(0, 30), QPoint(79, 30), QPoint(40, 59)}) {
+        QCOMPARE(image.pixelColor(edge), Rgb(kBlue));
+    }
+    QCOMPARE(image.pixelColor(40, 30), Rgb(kGreen));
+    QCOMPARE(image.pixelColor(1, 30), Rgb(kGreen));
+}
+
+} // namespace kelvora
+
+QTEST_MAIN(kelvora::ucShapeTest)
+#include "ucShapeTest.moc"
