@@ -13,6 +13,7 @@ constexpr int kBlockLength = 7; // length of one block when the bar is not smoot
 constexpr int kBlockGap = 1;    // half the space between two blocks
 constexpr int kHintLength = 160;
 constexpr int kHintThickness = 18;
+constexpr int kSunkenEdgeWidth = 2;
 
 bool FitsInt(qint64 value) {
     return value >= std::numeric_limits<int>::min() && value <= std::numeric_limits<int>::max();
@@ -49,6 +50,9 @@ void ProgressBar::CreateBar() {
     m_bar->setObjectName(QStringLiteral("ProgressWindow"));
     m_bar->setTextVisible(false);
     m_bar->setOrientation(m_orientation == Vertical ? Qt::Vertical : Qt::Horizontal);
+    setSizePolicy(m_orientation == Vertical
+                      ? QSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding)
+                      : QSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed));
     ApplyRange();
     ApplyLook();
     ApplyBorder();
@@ -93,8 +97,9 @@ void ProgressBar::ApplyLook() {
 }
 
 void ProgressBar::ApplyBorder() {
-    setFrameStyle(m_borderStyle == BorderSunkenControl ? QFrame::StyledPanel | QFrame::Sunken
+    setFrameStyle(m_borderStyle == BorderSunkenControl ? QFrame::Panel | QFrame::Sunken
                                                        : QFrame::NoFrame);
+    setLineWidth(kSunkenEdgeWidth);
     m_bar->setGeometry(contentsRect());
 }
 
