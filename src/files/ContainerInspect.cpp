@@ -29,14 +29,15 @@ SizeScan PlainBytesOfFile(ContainerSession& session, const FileRange& range, std
     if (next < 0) {
         return SizeScan{FileError::DamagedData, 1, 0};
     }
-    const FirstRecord first = InspectFirstRecord(session.Cipher().Cipher().DecryptDo(head, false));
+    const Bytes plainHead = session.Cipher().Cipher().DecryptDo(head, false);
+    const FirstRecord first = InspectFirstRecord(plainHead);
     if (first.kind == FirstRecordKind::Inconsistent) {
         return SizeScan{FileError::DamagedData, 1, 0};
     }
     name = first.ansiName;
     SizeScan scan;
     if (first.kind == FirstRecordKind::Block) {
-        scan.plainBytes = BlockPlainLength(std::span(head).subspan(first.blockOffset));
+        scan.plainBytes = BlockPlainLength(std::span(plainHead).subspan(first.blockOffset));
     }
     for (std::int64_t chunk = 2; next < end && first.kind == FirstRecordKind::Block; ++chunk) {
         Bytes lastBlock;

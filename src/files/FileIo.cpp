@@ -6,7 +6,9 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace kelvora {
@@ -165,6 +167,8 @@ bool PathExists(const std::string& path) {
 }
 
 bool MakeFoldersFor(const std::string& root, const std::string& relativePath, int* error) {
+    std::error_code made;
+    std::filesystem::create_directories(root, made);
     std::string folder = root;
     std::size_t start = 0;
     for (std::size_t slash = relativePath.find('/'); slash != std::string::npos;

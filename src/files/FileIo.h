@@ -81,8 +81,9 @@ private:
 // PathExists is true when anything (file, folder, link) is at path.
 [[nodiscard]] bool PathExists(const std::string& path);
 
-// MakeFolders creates every missing folder of relativePath's parent below root, level by
-// level; false (errno in *error) when one cannot be made or a level is not a folder.
+// MakeFoldersFor creates root when missing and every missing folder of relativePath's
+// parent below it, level by level; false (errno in *error) when one cannot be made or a level is
+// not a folder.
 [[nodiscard]] bool MakeFoldersFor(const std::string& root, const std::string& relativePath,
                                   int* error);
 

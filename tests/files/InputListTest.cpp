@@ -1,0 +1,153 @@
+#include "files/InputList.h"
+
+#include "FileTestSupport.h"
+
+#include <gtest/gtest.h>
+
+namespace kelvora {
+namespace {
+
+using testing::ScratchFolder;
+using testing::WriteFile;
+
+struct AddCase {
+    const char* name;
+    std::vector<std::string> added;
+    std::vector<std::string> listed;
+    bool duplicate;
+    std::string outputName;
+};
+
+class InputListAdding : public ::testing::TestWithParam<AddCase> {};
+
+TEST_P(InputListAdding, ListsEachPathOnceAndFillsTheOutputName) {
+    InputList list;
+    bool duplicate = false;
+    for (const std::string& path : GetParam().added) {
+        duplicate = list.AddListPath(path) || duplicate;
+    }
+    std::vector<std::string> listed;
+    for (const InputEntry& entry : list.Entries()) {
+        listed.push_back(entry.path);
+        EXPECT_EQ(entry.relativePath, "/");
+    }
+    EXPECT_EQ(listed, GetParam().listed);
+    EXPECT_EQ(duplicate, GetParam().duplicate);
+    EXPECT_FALSE(list.DuplicateFlag());
+    EXPECT_EQ(list.OutputName(), GetParam().outputName);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, InputListAdding,
+    ::testing::Values(
+        AddCase{"OneFile", {"/no/such/a.txt"}, {"/no/such/a.txt"}, false, "/no/such/a.vexo"},
+        AddCase{"SameFileTwice", {"/n/a.txt", "/n/a.txt"}, {"/n/a.txt"}, true, "/n/a.vexo"},
+        AddCase{"DoubledSeparatorsCollapse",
+                {"/n//x///a.txt", "/n/x/a.txt"},
+                {"/n/x/a.txt"},
+                true,
+                "/n/x/a.vexo"},
+        AddCase{"NoExtensionNoOutputName", {"/n/README"}, {"/n/README"}, false, ""},
+        AddCase{"DotInAFolderIsNoExtension",
+                {"/n/v1.2/README", "/n/b.tar.gz"},
+                {"/n/v1.2/README", "/n/b.tar.gz"},
+                false,
+                "/n/b.tar.vexo"},
+        AddCase{"FirstExtensionWins",
+                {"/n/a.doc", "/n/b.txt"},
+                {"/n/a.doc", "/n/b.txt"},
+                false,
+                "/n/a.vexo"}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(InputList, WalkGivesRelativePathsStartingWithTheChosenFolder) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "top/b.txt", {1});
+    WriteFile(scratch / "top/a/z.txt", {2});
+    WriteFile(scratch / "top/a/deep/y.txt", {3});
+    InputList list;
+    EXPECT_FALSE(list.AddListPath(scratch / "top/"));
+    std::vector<std::string> relative;
+    for (const InputEntry& entry : list.Entries()) {
+        EXPECT_EQ(entry.path, scratch.Path() + entry.relativePath);
+        relative.push_back(entry.relativePath);
+    }
+    EXPECT_EQ(relative,
+              (std::vector<std::string>{"/top/a/deep/y.txt", "/top/a/z.txt", "/top/b.txt"}));
+    EXPECT_TRUE(list.AddListPath(scratch / "top"));
+    EXPECT_EQ(list.Entries().size(), 3u);
+}
+
+TEST(InputList, FolderOfOnlySubfoldersAddsTheirFiles) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "only/one/a.txt", {1});
+    WriteFile(scratch / "only/two/b.txt", {2});
+    InputList list;
+    list.WalkFolder(scratch / "only", "");
+    ASSERT_EQ(list.Entries().size(), 2u);
+    EXPECT_EQ(list.Entries()[0].relativePath, "/only/one/a.txt");
+    EXPECT_EQ(list.Entries()[1].relativePath, "/only/two/b.txt");
+}
+
+TEST(InputList, RemoveForgetsTheEntrySoItCanComeBack) {
+    InputList list;
+    list.AddListFile("/n/a.txt", "/");
+    list.AddListFile("/n/b.txt", "/");
+    list.Remove(0);
+    ASSERT_EQ(list.Entries().size(), 1u);
+    EXPECT_FALSE(list.AddListPath("/n/a.txt"));
+    EXPECT_EQ(list.Entries().size(), 2u);
+}
+
+struct BaseCase {
+    const char* folder;
+    const char* base;
+};
+
+class ChosenFolderBase : public ::testing::TestWithParam<BaseCase> {};
+
+TEST_P(ChosenFolderBase, IsTheParent) {
+    EXPECT_EQ(BaseOfChosenFolder(GetParam().folder), GetParam().base);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, ChosenFolderBase,
+                         ::testing::Values(BaseCase{"/home/u/docs", "/home/u"},
+                                           BaseCase{"/home/u/docs/", "/home/u"},
+                                           BaseCase{"/docs", ""}, BaseCase{"docs", ""},
+                                           BaseCase{"a/docs", "a"}));
+
+struct SplitCase {
+    const char* name;
+    std::string text;
+    std::vector<std::string> files;
+    std::string output;
+};
+
+class FileListArgumentSplit : public ::testing::TestWithParam<SplitCase> {};
+
+TEST_P(FileListArgumentSplit, SplitsListAndOutput) {
+    const FileListArgument split = SplitFileListArgument(GetParam().text);
+    EXPECT_EQ(split.files, GetParam().files);
+    EXPECT_EQ(split.outputFile, GetParam().output);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, FileListArgumentSplit,
+    ::testing::Values(
+        SplitCase{"Simple",
+                  "/a/x.txt /a/y.txt /outputfile /a/out.vexo",
+                  {"/a/x.txt", "/a/y.txt"},
+                  "/a/out.vexo"},
+        SplitCase{"QuotedBlanks",
+                  "\"/a/my file.txt\"  /b/z /OutputFile \"/c/my out.vexo\"",
+                  {"/a/my file.txt", "/b/z"},
+                  "/c/my out.vexo"},
+        SplitCase{
+            "FirstMarkerWins", "/a /outputfile /b /outputfile /c", {"/a"}, "/b /outputfile /c"},
+        SplitCase{"MarkerNeedsBlanks", "/a/outputfile.txt", {"/a/outputfile.txt"}, ""},
+        SplitCase{"NoMarker", "/a /b", {"/a", "/b"}, ""},
+        SplitCase{"EmptyList", "/OUTPUTFILE /o.vexo", {}, "/o.vexo"}),
+    [](const auto& info) { return info.param.name; });
+
+} // namespace
+} // namespace kelvora
