@@ -1,5 +1,7 @@
 #include "crypto/RijndaelCipher.h"
 
+#include "crypto/RijndaelBlock256.h"
+
 #include <array>
 
 namespace kelvora {
@@ -66,6 +68,10 @@ void RijndaelEncryptCbc(const RijndaelTables& tables, const RijndaelSchedule& sc
                         const std::uint8_t* in, std::uint8_t* out, std::size_t count,
                         std::uint8_t* iv) {
     const int nb = schedule.nb;
+    if (nb == 8) {
+        Rijndael256EncryptCbc(tables, schedule, in, out, count, iv);
+        return;
+    }
     const auto blockBytes = static_cast<std::size_t>(4 * nb);
     State chain{};
     LoadState(iv, nb, chain);
@@ -83,6 +89,10 @@ void RijndaelDecryptCbc(const RijndaelTables& tables, const RijndaelSchedule& sc
                         const std::uint8_t* in, std::uint8_t* out, std::size_t count,
                         std::uint8_t* iv) {
     const int nb = schedule.nb;
+    if (nb == 8) {
+        Rijndael256DecryptCbc(tables, schedule, in, out, count, iv);
+        return;
+    }
     const auto blockBytes = static_cast<std::size_t>(4 * nb);
     State previous{};
     LoadState(iv, nb, previous);

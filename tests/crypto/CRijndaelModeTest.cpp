@@ -1,0 +1,223 @@
+// The cipher's modes of use: one-shot and streaming CBC, padding, key rules, bad input,
+// progress and cancellation. Known answers live in CRijndaelVectorTest.cpp.
+#include "crypto/CRijndael.h"
+
+#include <gtest/gtest.h>
+#include <random>
+#include <vector>
+
+namespace kelvora {
+namespace {
+
+Bytes Pattern(std::size_t size, unsigned seed) {
+    std::mt19937 random(seed);
+    Bytes bytes(size);
+    for (auto& byte : bytes) {
+        byte = static_cast<std::uint8_t>(random());
+    }
+    return bytes;
+}
+
+Bytes Slice(const Bytes& bytes, std::size_t offset, std::size_t size) {
+    const auto begin = bytes.begin() + static_cast<std::ptrdiff_t>(offset);
+    return Bytes(begin, begin + static_cast<std::ptrdiff_t>(size));
+}
+
+Bytes Concat(Bytes a, const Bytes& b) {
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
+}
+
+Bytes ZeroPadded(Bytes bytes) {
+    bytes.resize((bytes.size() + kBlockBytes - 1) / kBlockBytes * kBlockBytes);
+    return bytes;
+}
+
+const Bytes kKey = Pattern(kKeyBytes, 1);
+
+// RecordingObserver records what the cipher reports and sets Cancel at a chosen event call.
+class RecordingObserver : public JobObserver {
+public:
+    CRijndael* cipher = nullptr;
+    int cancelAtCall = 0; // 0: never
+    int eventCalls = 0;
+    std::int64_t range = -1;
+    std::vector<std::int64_t> positions;
+
+    void OnProgressRange(std::int64_t maximum) override { range = maximum; }
+    void OnProgress(std::int64_t position) override { positions.push_back(position); }
+    void LetEventsRun() override {
+        if (++eventCalls == cancelAtCall) {
+            cipher->Cancel = true;
+        }
+    }
+};
+
+struct PaddingCase {
+    const char* name;
+    std::size_t plainBytes;
+    std::size_t cipherBytes;
+};
+
+class CRijndaelPadding : public ::testing::TestWithParam<PaddingCase> {};
+
+TEST_P(CRijndaelPadding, EncryptDataPadsToWholeBlocksAndDecryptsBack) {
+    const Bytes plain = Pattern(GetParam().plainBytes, 2);
+    CRijndael rijndael;
+    const Bytes cipher = rijndael.EncryptData(plain, kKey, true);
+    EXPECT_EQ(cipher.size(), GetParam().cipherBytes);
+    EXPECT_EQ(rijndael.DecryptData(cipher, kKey), ZeroPadded(plain));
+    EXPECT_EQ(CRijndael().EncryptData(plain, kKey, true), cipher) << "the IV is always zero";
+}
+
+INSTANTIATE_TEST_SUITE_P(Lengths, CRijndaelPadding,
+                         ::testing::Values(PaddingCase{"OneBlock", 32, 32},
+                                           PaddingCase{"OneByteOver", 33, 64},
+                                           PaddingCase{"OneByte", 1, 32},
+                                           PaddingCase{"ManyBlocks", 32 * 700 + 5, 32 * 701}),
+                         [](const auto& info) { return info.param.name; });
+
+TEST(CRijndaelBadInput, GivesEmptyArrays) {
+    CRijndael rijndael;
+    const Bytes data = Pattern(64, 3);
+    EXPECT_TRUE(rijndael.EncryptData({}, kKey, true).empty());
+    EXPECT_TRUE(rijndael.EncryptData(data, {}, true).empty());
+    EXPECT_TRUE(rijndael.DecryptData({}, kKey).empty());
+    EXPECT_TRUE(rijndael.DecryptData(data, {}).empty());
+    EXPECT_TRUE(rijndael.DecryptData(Pattern(33, 3), kKey).empty());
+    EXPECT_FALSE(rijndael.EncryptPrepareKey({}));
+    EXPECT_FALSE(rijndael.EncryptPrepareKey(Slice(kKey, 0, 31)));
+    EXPECT_TRUE(rijndael.EncryptDo({}, false).empty());
+    EXPECT_TRUE(rijndael.DecryptDo({}, false).empty());
+    EXPECT_FALSE(rijndael.Cancel);
+}
+
+TEST(CRijndaelKeyRule, ShortKeysAreZeroFilledAndLongKeysCut) {
+    const Bytes plain = Pattern(96, 4);
+    const Bytes longKey = Pattern(40, 5);
+    Bytes fiveBytesPadded = Slice(longKey, 0, 5);
+    fiveBytesPadded.resize(kKeyBytes);
+    CRijndael rijndael;
+    for (const auto& [given, used] : {std::pair{Slice(longKey, 0, 5), fiveBytesPadded},
+                                      std::pair{longKey, Slice(longKey, 0, kKeyBytes)}}) {
+        const Bytes cipher = rijndael.EncryptData(plain, given, true);
+        EXPECT_EQ(cipher, rijndael.EncryptData(plain, used, true));
+        EXPECT_EQ(rijndael.DecryptData(cipher, given), plain);
+    }
+    EXPECT_NE(rijndael.EncryptData(plain, fiveBytesPadded, true),
+              rijndael.EncryptData(plain, Slice(longKey, 0, kKeyBytes), true));
+}
+
+TEST(CRijndaelStream, TwoPiecesEqualOneShot) {
+    const Bytes plain = Pattern(96, 6);
+    CRijndael rijndael;
+    ASSERT_TRUE(rijndael.EncryptPrepareKey(kKey));
+    const Bytes first = rijndael.EncryptDo(Slice(plain, 0, 64), false);
+    const Bytes second = rijndael.EncryptDo(Slice(plain, 64, 32), true);
+    EXPECT_EQ(Concat(first, second), CRijndael().EncryptData(plain, kKey, true));
+}
+
+TEST(CRijndaelStream, RestartedDecryptionGetsOnlyItsFirstBlockWrong) {
+    const Bytes plain = Pattern(32 * 4, 7);
+    const Bytes cipher = CRijndael().EncryptData(plain, kKey, true);
+    CRijndael rijndael;
+    ASSERT_TRUE(rijndael.EncryptPrepareKey(kKey));
+    EXPECT_EQ(rijndael.DecryptDo(Slice(cipher, 0, 64), false), Slice(plain, 0, 64));
+    const Bytes second = rijndael.DecryptDo(Slice(cipher, 64, 64), false);
+    EXPECT_NE(Slice(second, 0, 32), Slice(plain, 64, 32));
+    EXPECT_EQ(Slice(second, 32, 32), Slice(plain, 96, 32));
+}
+
+// Pieces of random sizes, encryption and decryption streams interleaved on one object:
+// each piece is padded by itself, and the chaining runs across pieces and 500-block stretches.
+TEST(CRijndaelStream, RandomPiecesEqualOneShot) {
+    std::mt19937 random(8);
+    std::vector<Bytes> pieces;
+    Bytes padded;
+    for (int i = 0; i < 12; ++i) {
+        const std::size_t size = random() % 3 == 0 ? random() % 100 + 1 : random() % 40000 + 1;
+        pieces.push_back(Pattern(size, static_cast<unsigned>(i)));
+        padded = Concat(padded, ZeroPadded(pieces.back()));
+    }
+    const Bytes expected = CRijndael().EncryptData(padded, kKey, true);
+    CRijndael rijndael;
+    ASSERT_TRUE(rijndael.EncryptPrepareKey(kKey));
+    Bytes cipher, plain;
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        const Bytes piece = rijndael.EncryptDo(pieces[i], i > 0);
+        ASSERT_EQ(piece, Slice(expected, cipher.size(), piece.size())) << "piece " << i;
+        plain = Concat(plain, rijndael.DecryptDo(piece, i > 0));
+        cipher = Concat(cipher, piece);
+    }
+    EXPECT_EQ(plain, padded);
+}
+
+TEST(CRijndaelProgress, OneShotReportsEveryBlockAndRunsEventsEachBlock) {
+    RecordingObserver observer;
+    CRijndael rijndael(&observer);
+    static_cast<void>(rijndael.EncryptData(Pattern(3 * 32, 9), kKey, false));
+    EXPECT_EQ(observer.range, 4);
+    EXPECT_EQ(observer.positions, (std::vector<std::int64_t>{0, 0, 1, 2, 4}));
+    EXPECT_EQ(observer.eventCalls, 3);
+
+    observer = RecordingObserver{};
+    static_cast<void>(rijndael.EncryptData(Pattern(3 * 32, 9), kKey, true));
+    EXPECT_EQ(observer.range, -1) << "quiet shows no progress";
+    EXPECT_TRUE(observer.positions.empty());
+    EXPECT_EQ(observer.eventCalls, 3);
+}
+
+// Streaming calls run events at blocks 0, 500, 1000, ...
+TEST(CRijndaelProgress, StreamingRunsEventsEvery500Blocks) {
+    for (const auto& [blocks, calls] : {std::pair{1, 1}, {500, 1}, {501, 2}, {1001, 3}}) {
+        RecordingObserver observer;
+        CRijndael rijndael(&observer);
+        ASSERT_TRUE(rijndael.EncryptPrepareKey(kKey));
+        const Bytes data = Pattern(static_cast<std::size_t>(blocks) * 32, 10);
+        static_cast<void>(rijndael.DecryptDo(rijndael.EncryptDo(data, false), false));
+        EXPECT_EQ(observer.eventCalls, 2 * calls) << blocks << " blocks";
+        EXPECT_TRUE(observer.positions.empty());
+    }
+}
+
+TEST(CRijndaelCancel, OneShotKeepsFullLengthWithFinishedBlocksOnly) {
+    const Bytes plain = Pattern(5 * 32, 11);
+    const Bytes cipher = CRijndael().EncryptData(plain, kKey, true);
+    RecordingObserver observer;
+    CRijndael rijndael(&observer);
+    observer.cipher = &rijndael;
+    observer.cancelAtCall = 2;
+    const Bytes expected = Concat(Slice(cipher, 0, 64), Bytes(96));
+    EXPECT_EQ(rijndael.EncryptData(plain, kKey, true), expected);
+    EXPECT_EQ(rijndael.DecryptData(cipher, kKey), Concat(Slice(plain, 0, 32), Bytes(128)))
+        << "Cancel stays set, so decryption stops after its first block";
+}
+
+TEST(CRijndaelCancel, StreamingReturnsNothingAndKeepsItsChainingBlocks) {
+    const Bytes plain = Pattern(2000 * 32, 12);
+    const Bytes expected = CRijndael().EncryptData(plain, kKey, true);
+    RecordingObserver observer;
+    CRijndael rijndael(&observer);
+    observer.cipher = &rijndael;
+    ASSERT_TRUE(rijndael.EncryptPrepareKey(kKey));
+    const Bytes first = rijndael.EncryptDo(Slice(plain, 0, 32000), false);
+    const Bytes firstPlain = rijndael.DecryptDo(first, false);
+    observer.cancelAtCall = observer.eventCalls + 2;
+    EXPECT_TRUE(rijndael.EncryptDo(plain, true).empty());
+    EXPECT_TRUE(rijndael.DecryptDo(expected, true).empty()) << "Cancel stays set";
+    rijndael.Cancel = false;
+    const Bytes second = rijndael.EncryptDo(Slice(plain, 32000, 32000), true);
+    EXPECT_EQ(Concat(first, second), expected);
+    EXPECT_EQ(Concat(firstPlain, rijndael.DecryptDo(second, true)), plain);
+}
+
+TEST(CRijndaelCancel, DecryptDoOfAPartialBlockSetsCancel) {
+    CRijndael rijndael;
+    ASSERT_TRUE(rijndael.EncryptPrepareKey(kKey));
+    EXPECT_TRUE(rijndael.DecryptDo(Pattern(33, 13), false).empty());
+    EXPECT_TRUE(rijndael.Cancel);
+    EXPECT_TRUE(rijndael.EncryptDo(Pattern(32, 13), false).empty());
+}
+
+} // namespace
+} // namespace kelvora
