@@ -178,7 +178,7 @@ class FailedEncryption : public ::testing::TestWithParam<FailedEncryptionCase> {
 
 TEST_P(FailedEncryption, LeavesNoContainerAndTheOldOneUntouched) {
     ScratchFolder scratch;
-    WriteFile(scratch / "in.txt", PatternBytes(kChunkBytes + 100000, 5, true));
+    WriteFile(scratch / "in.txt", PatternBytes(kChunkBytes + 100000, 5));
     WriteFile(scratch / "c.vexo", kSome);
     ScriptedObserver observer;
     observer.replaceContainer = true;
