@@ -488,6 +488,16 @@ constexpr CatalogueRow kRows[] = {
           "Français",
           "Français",
           "Français"},
+
+    // The usage text of the desktop program's "/?" switch; "%s" is the program's name.
+    {505, "Parameter für Kelvora:\r\n"
+          "%s [/setEncrFiles <Liste von Dateien> /outputfile <Datei>]|[/setDecrFile <Datei>]",
+          "Parameters for Kelvora:\r\n"
+          "%s [/setEncrFiles <list of files> /outputfile <file>]|[/setDecrFile <file>]",
+          "Parámetros de Kelvora:\r\n"
+          "%s [/setEncrFiles <lista de archivos> /outputfile <archivo>]|[/setDecrFile <archivo>]",
+          "Paramètres de Kelvora :\r\n"
+          "%s [/setEncrFiles <liste de fichiers> /outputfile <fichier>]|[/setDecrFile <fichier>]"},
 };
 // clang-format on
 

@@ -83,7 +83,7 @@ constexpr std::array kIdsInEveryLanguage{
     126, 127, 128, 129, 130, 142, 143, 144, 145, 146, 148, 149, 150, 151, 152, 153, 154,
     155, 156, 158, 159, 160, 161, 162, 163, 164, 165, 166, 167, 169, 178, 179, 180, 181,
     183, 184, 187, 190, 191, 192, 193, 194, 195, 200, 385, 386, 390, 391, 392, 393, 394,
-    395, 396, 397, 398, 399, 400, 401, 402, 403, 404, 500, 501, 502, 503, 504};
+    395, 396, 397, 398, 399, 400, 401, 402, 403, 404, 500, 501, 502, 503, 504, 505};
 
 class IdInEveryLanguage : public ::testing::TestWithParam<int> {};
 
@@ -148,7 +148,8 @@ TEST(CatalogueTable, TranslationsKeepWhatTheProgramUses) {
     for (const CatalogueRow& row : CatalogueRows()) {
         ASSERT_NE(row.english, nullptr) << row.germanId;
         const std::string_view english = row.english;
-        const auto filter = english.find('|');
+        // A file-dialog filter: "Name (*.ext)|*.ext".
+        const auto filter = english.find(")|*");
         for (const char* text : {row.german, row.english, row.spanish, row.french}) {
             if (text == nullptr) {
                 continue;
@@ -160,7 +161,7 @@ TEST(CatalogueTable, TranslationsKeepWhatTheProgramUses) {
             EXPECT_EQ(CountOf(translated, "%d"), CountOf(english, "%d"));
             EXPECT_EQ(CountOf(translated, "Kelvora"), CountOf(english, "Kelvora"));
             if (filter != std::string_view::npos) {
-                const auto at = translated.find('|');
+                const auto at = translated.find(")|*");
                 ASSERT_NE(at, std::string_view::npos);
                 EXPECT_EQ(translated.substr(at), english.substr(filter));
             }
