@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <limits>
 
 namespace kelvora {
 
@@ -19,15 +21,18 @@ struct TextAddress {
     std::size_t language = 0;
 };
 
-std::optional<TextAddress> SplitTextNumber(int textNumber) {
-    if (textNumber < 0) {
+// Text numbers are 16-bit, so a sum beyond that range names no text (and cannot overflow
+// here, since it is formed in a wider type).
+std::optional<TextAddress> AddressOf(int languageOffset, int germanId) {
+    const long long textNumber = static_cast<long long>(germanId) + languageOffset;
+    if (textNumber < 0 || textNumber > std::numeric_limits<std::int16_t>::max()) {
         return std::nullopt;
     }
     std::size_t language = kLanguageOffsets.size() - 1;
     while (textNumber < kLanguageOffsets[language]) {
         --language;
     }
-    return TextAddress{textNumber - kLanguageOffsets[language], language};
+    return TextAddress{static_cast<int>(textNumber) - kLanguageOffsets[language], language};
 }
 
 const char* TextOfLanguage(const CatalogueRow& row, std::size_t language) {
@@ -52,7 +57,7 @@ std::string ReplaceAll(std::string_view text, std::string_view placeholder,
 } // namespace
 
 std::optional<std::string_view> FindText(int languageOffset, int germanId) {
-    const std::optional<TextAddress> address = SplitTextNumber(germanId + languageOffset);
+    const std::optional<TextAddress> address = AddressOf(languageOffset, germanId);
     if (!address) {
         return std::nullopt;
     }

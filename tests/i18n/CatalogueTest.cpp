@@ -4,6 +4,7 @@
 
 #include <array>
 #include <gtest/gtest.h>
+#include <limits>
 #include <set>
 
 namespace kelvora {
@@ -113,6 +114,7 @@ TEST(CatalogueGaps, TextNumberIsIdPlusOffset) {
     EXPECT_EQ(FindText(kGerman, 1082), FindText(kEnglish, 182));
     EXPECT_FALSE(FindText(kGerman, 1082 + 1900));
     EXPECT_FALSE(FindText(-kEnglish, 103));
+    EXPECT_FALSE(FindText(std::numeric_limits<int>::max(), 103));
 }
 
 // ---- The table as a whole ----
