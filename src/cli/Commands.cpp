@@ -1,5 +1,6 @@
 #include "cli/Commands.h"
 
+#include "cli/FileCommands.h"
 #include "cli/TextCommands.h"
 #include "cli/ToolCommands.h"
 
@@ -14,10 +15,8 @@ namespace {
 constexpr OptionSpec kHelpOption{"help", 'h', false};
 
 constexpr std::array kCommands = {
-    &EncryptTextCommand,
-    &DecryptTextCommand,
-    &GenpassCommand,
-    &RateCommand,
+    &EncryptTextCommand, &DecryptTextCommand, &EncryptFilesCommand, &DecryptFilesCommand,
+    &ListCommand,        &TestCommand,        &GenpassCommand,      &RateCommand,
 };
 
 void PrintOverview(std::ostream& stream) {

@@ -1,0 +1,232 @@
+#include "cli/FileCommands.h"
+
+#include "cli/FileErrorText.h"
+#include "cli/FileProgress.h"
+#include "cli/PassphraseSource.h"
+#include "common/Random.h"
+#include "files/DecryptJob.h"
+#include "files/EncryptJob.h"
+#include "files/FileIo.h"
+
+#include <array>
+#include <filesystem>
+#include <ostream>
+#include <system_error>
+
+namespace kelvora::cli {
+namespace {
+
+constexpr OptionSpec kOutputOption{"output", 'o', true};
+constexpr OptionSpec kForceOption{"force", '\0', false};
+constexpr OptionSpec kFolderOption{"directory", 'C', true};
+constexpr OptionSpec kOverwriteOption{"overwrite", '\0', false};
+constexpr OptionSpec kSkipExistingOption{"skip-existing", '\0', false};
+constexpr OptionSpec kQuietOption{"quiet", 'q', false};
+
+constexpr std::array kEncryptOptions = {kOutputOption, kForceOption, kQuietOption,
+                                        kPassphraseFileOption};
+constexpr std::array kDecryptOptions = {kFolderOption, kOverwriteOption,      kSkipExistingOption,
+                                        kQuietOption,  kPassphraseFileOption, kKeyFileOption};
+constexpr std::array kReadOptions = {kQuietOption, kPassphraseFileOption, kKeyFileOption};
+
+int JobFailed(CliContext& context, CliFileObserver& observer, const FileJobResult& result) {
+    observer.ClearProgress();
+    return Fail(context, kExitFailure, FileErrorMessage(result));
+}
+
+// ListedPath gives a folder operand as an absolute, normal path, so that its stored names
+// start with the folder's own name even for "." or "../x".
+std::string ListedPath(const std::string& operand) {
+    std::error_code error;
+    if (!std::filesystem::is_directory(operand, error)) {
+        return operand;
+    }
+    std::string path = std::filesystem::absolute(operand, error).lexically_normal().string();
+    if (path.size() > 1 && path.back() == '/') {
+        path.pop_back();
+    }
+    return path;
+}
+
+int EncryptFilesRun(CliContext& context, const ParsedArgs& args) {
+    if (args.operands.empty()) {
+        return Fail(context, kExitUsage, "no files to encrypt (see 'kelvora-cli encrypt --help')");
+    }
+    InputList list;
+    for (const std::string& operand : args.operands) {
+        if (!PathExists(operand)) {
+            return Fail(context, kExitFailure,
+                        "cannot read " + operand + ": no such file or folder");
+        }
+        if (list.AddListPath(ListedPath(operand)) && !args.Has(kQuietOption.longName)) {
+            context.err << "kelvora-cli: files listed twice are encrypted once\n";
+        }
+    }
+    const std::string output = args.Value(kOutputOption.longName).value_or(list.OutputName());
+    if (output.empty()) {
+        return Fail(context, kExitUsage, "name the container with -o FILE");
+    }
+    if (list.Empty()) {
+        return Fail(context, kExitFailure, "the folders hold no files to encrypt");
+    }
+    ObtainedSecret secret = ObtainKey(context, args, KeyPurpose::Encrypt);
+    if (!secret.ok()) {
+        return Fail(context, secret.status, secret.error);
+    }
+    FileJobAnswers answers;
+    answers.replaceContainer = args.Has(kForceOption.longName);
+    answers.quiet = args.Has(kQuietOption.longName);
+    CliFileObserver observer(context, answers);
+    SystemRandom random;
+    const EncryptRequest request{list.Entries(), output, &secret.key, &random, {}};
+    const FileJobResult result = EncryptFiles(request, observer);
+    return result.ok() ? kExitSuccess : JobFailed(context, observer, result);
+}
+
+// ContainerOperand checks that a reading command got exactly one container.
+bool ContainerOperand(CliContext& context, const ParsedArgs& args, int& status) {
+    if (args.operands.size() != 1) {
+        status = Fail(context, kExitUsage,
+                      args.operands.empty() ? "name the container to read"
+                                            : "unexpected argument '" + args.operands[1] + "'");
+        return false;
+    }
+    return true;
+}
+
+int DecryptFilesRun(CliContext& context, const ParsedArgs& args) {
+    int status = kExitSuccess;
+    if (!ContainerOperand(context, args, status)) {
+        return status;
+    }
+    if (args.Has(kOverwriteOption.longName) && args.Has(kSkipExistingOption.longName)) {
+        return Fail(context, kExitUsage, "--overwrite and --skip-existing exclude each other");
+    }
+    ObtainedSecret secret = ObtainKey(context, args, KeyPurpose::Decrypt);
+    if (!secret.ok()) {
+        return Fail(context, secret.status, secret.error);
+    }
+    FileJobAnswers answers;
+    answers.quiet = args.Has(kQuietOption.longName);
+    answers.listRestored = true;
+    if (args.Has(kOverwriteOption.longName)) {
+        answers.existingFile = ExistingFileAnswer::Overwrite;
+    } else if (args.Has(kSkipExistingOption.longName)) {
+        answers.existingFile = ExistingFileAnswer::Skip;
+    }
+    CliFileObserver observer(context, answers);
+    const DecryptRequest request{args.operands[0], args.Value(kFolderOption.longName).value_or("."),
+                                 &secret.key};
+    const FileJobResult result = DecryptContainer(request, observer);
+    if (result.error == FileError::Cancelled && observer.RefusedExisting()) {
+        observer.ClearProgress();
+        return Fail(context, kExitFailure,
+                    *observer.RefusedExisting() +
+                        " exists already (use --overwrite or --skip-existing)");
+    }
+    return result.ok() ? kExitSuccess : JobFailed(context, observer, result);
+}
+
+int ListRun(CliContext& context, const ParsedArgs& args) {
+    int status = kExitSuccess;
+    if (!ContainerOperand(context, args, status)) {
+        return status;
+    }
+    ObtainedSecret secret = ObtainKey(context, args, KeyPurpose::Decrypt);
+    if (!secret.ok()) {
+        return Fail(context, secret.status, secret.error);
+    }
+    CliFileObserver observer(context, FileJobAnswers{});
+    std::vector<ContainerEntry> entries;
+    const FileJobResult result =
+        ListContainer(DecryptRequest{args.operands[0], {}, &secret.key}, entries, observer);
+    if (!result.ok()) {
+        return JobFailed(context, observer, result);
+    }
+    for (const ContainerEntry& entry : entries) {
+        context.out << entry.plainBytes << '\t' << entry.name << '\n';
+    }
+    return kExitSuccess;
+}
+
+int TestRun(CliContext& context, const ParsedArgs& args) {
+    int status = kExitSuccess;
+    if (!ContainerOperand(context, args, status)) {
+        return status;
+    }
+    ObtainedSecret secret = ObtainKey(context, args, KeyPurpose::Decrypt);
+    if (!secret.ok()) {
+        return Fail(context, secret.status, secret.error);
+    }
+    FileJobAnswers answers;
+    answers.quiet = args.Has(kQuietOption.longName);
+    CliFileObserver observer(context, answers);
+    const FileJobResult result =
+        TestContainer(DecryptRequest{args.operands[0], {}, &secret.key}, observer);
+    if (!result.ok()) {
+        return JobFailed(context, observer, result);
+    }
+    observer.ClearProgress();
+    context.out << "OK\n";
+    return kExitSuccess;
+}
+
+} // namespace
+
+const Command EncryptFilesCommand{
+    "encrypt", "encrypt files and folders into one .vexo container",
+    "Usage: kelvora-cli encrypt -o OUT.vexo [--force] [-q] [-p FILE] PATH...\n"
+    "Encrypts every PATH, in the order given, into one container: a folder goes in with\n"
+    "everything below it (stored under the folder's own name), any other path as a single\n"
+    "file. The container appears only once it is complete.\n\n"
+    "  -o, --output FILE           the container to write (default: the first file's name\n"
+    "                              with the extension .vexo)\n"
+    "      --force                 replace an existing container\n"
+    "  -q, --quiet                 no progress on the terminal\n"
+    "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n\n"
+    "The passphrase comes from the first of: -p FILE, the environment variable\n"
+    "KELVORA_PASSPHRASE, the terminal (asked twice).\n",
+    kEncryptOptions, EncryptFilesRun};
+
+const Command DecryptFilesCommand{
+    "decrypt", "restore the files of a .vexo container",
+    "Usage: kelvora-cli decrypt CONTAINER [-C DIR] [--overwrite | --skip-existing] [-q]\n"
+    "                           [-p FILE] [--key-file FILE]...\n"
+    "Restores every file of CONTAINER below DIR (default: the current folder), creating\n"
+    "its folders, and prints one line per file restored. A wrong passphrase is found before\n"
+    "anything is written; names that would leave DIR are refused.\n\n"
+    "  -C, --directory DIR         restore below DIR\n"
+    "      --overwrite             replace files that exist already\n"
+    "      --skip-existing         leave files that exist already as they are\n"
+    "  -q, --quiet                 no progress on the terminal\n"
+    "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
+    "      --key-file FILE         a shared-security key, given once per key, key 1 first\n\n"
+    "The passphrase comes from the first of: -p FILE, --key-file FILE..., the environment\n"
+    "variable KELVORA_PASSPHRASE, the terminal.\n",
+    kDecryptOptions, DecryptFilesRun};
+
+const Command ListCommand{
+    "list", "list the files of a .vexo container",
+    "Usage: kelvora-cli list CONTAINER [-p FILE] [--key-file FILE]...\n"
+    "Prints one line per file, SIZE<TAB>NAME, the size in bytes and the\n"
+    "name with '/' between folders. Writes nothing.\n\n"
+    "  -q, --quiet                 no progress on the terminal\n"
+    "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
+    "      --key-file FILE         a shared-security key, given once per key, key 1 first\n\n"
+    "The passphrase comes from the first of: -p FILE, --key-file FILE..., the environment\n"
+    "variable KELVORA_PASSPHRASE, the terminal.\n",
+    kReadOptions, ListRun};
+
+const Command TestCommand{
+    "test", "check that a .vexo container decrypts completely",
+    "Usage: kelvora-cli test CONTAINER [-q] [-p FILE] [--key-file FILE]...\n"
+    "Decrypts and decompresses everything, writes nothing, and prints OK,\n"
+    "or says which file and chunk is damaged.\n\n"
+    "  -q, --quiet                 no progress on the terminal\n"
+    "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
+    "      --key-file FILE         a shared-security key, given once per key, key 1 first\n\n"
+    "The passphrase comes from the first of: -p FILE, --key-file FILE..., the environment\n"
+    "variable KELVORA_PASSPHRASE, the terminal.\n",
+    kReadOptions, TestRun};
+
+} // namespace kelvora::cli

@@ -1,0 +1,60 @@
+#include "cli/FileErrorText.h"
+
+#include <cstring>
+
+namespace kelvora::cli {
+namespace {
+
+std::string WithSystemError(std::string text, int systemError) {
+    if (systemError != 0) {
+        text += ": ";
+        text += std::strerror(systemError);
+    }
+    return text;
+}
+
+// WhichFile names a file of a container by its place and, when known, its stored name.
+std::string WhichFile(const FileJobResult& result) {
+    std::string text = "file " + std::to_string(result.fileIndex + 1);
+    if (!result.name.empty()) {
+        text += " (" + result.name + ")";
+    }
+    return text;
+}
+
+} // namespace
+
+std::string FileErrorMessage(const FileJobResult& result) {
+    switch (result.error) {
+    case FileError::None:
+        return {};
+    case FileError::NothingToDo:
+        return "nothing to do: no files, no output name or no passphrase";
+    case FileError::OutputExists:
+        return result.name + " exists already (use --force to replace it)";
+    case FileError::NameTooLong:
+        return result.name + ": its stored name would be longer than 255 bytes, which other "
+                             "copies of Kelvora cannot read";
+    case FileError::UnsafeName:
+        return result.name.empty()
+                   ? "some files were refused: their stored names would leave the output folder"
+                   : result.name + ": refused, its stored name would leave the output folder";
+    case FileError::ReadFailed:
+        return WithSystemError("cannot read " + result.name, result.systemError);
+    case FileError::WriteFailed:
+        return WithSystemError("cannot write " + result.name, result.systemError);
+    case FileError::NoUsableContent:
+        return result.name + ": file has no usable content (not a Kelvora container, or damaged)";
+    case FileError::WrongPassphrase:
+        return "wrong passphrase";
+    case FileError::DamagedData:
+        return WhichFile(result) + ", chunk " + std::to_string(result.chunk) + " is damaged";
+    case FileError::CompressFailed:
+        return "cannot compress " + result.name;
+    case FileError::Cancelled:
+        return "cancelled";
+    }
+    return "unknown error";
+}
+
+} // namespace kelvora::cli

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "cli/CliContext.h"
+#include "files/FileJobObserver.h"
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace kelvora::cli {
+
+// FileJobAnswers are the command-line options that answer a file job's questions.
+struct FileJobAnswers {
+    bool replaceContainer = false; // encrypt --force
+    ExistingFileAnswer existingFile = ExistingFileAnswer::Cancel;
+    bool quiet = false;
+    bool listRestored = false; // decrypt prints one line per file restored
+};
+
+// CliFileObserver answers a file job from the options, prints the restored files on
+// standard output, draws progress (bytes, MB/s, time left) on standard error when that is
+// a terminal, and turns Ctrl-C into a clean cancel so that no partial output stays.
+class CliFileObserver final : public FileJobObserver {
+public:
+    CliFileObserver(CliContext& context, FileJobAnswers answers);
+    ~CliFileObserver() override;
+    CliFileObserver(const CliFileObserver&) = delete;
+    CliFileObserver& operator=(const CliFileObserver&) = delete;
+
+    bool CancelRequested() override;
+    void OnJobStarted(std::size_t fileCount, std::int64_t totalBytes) override;
+    void OnFileDone(std::size_t index, const std::string& path) override;
+    void OnFileRefused(std::size_t index, const std::string& name, FileError why) override;
+    void OnBytesDone(std::int64_t bytes) override;
+    bool AskReplaceContainer(const std::string& path) override;
+    ExistingFileAnswer AskExistingFile(const std::string& path) override;
+
+    // RefusedExisting names the file whose existence ended the job, if one did.
+    const std::optional<std::string>& RefusedExisting() const { return m_refusedExisting; }
+    // ClearProgress erases the progress line before the command prints its result.
+    void ClearProgress();
+
+private:
+    void DrawProgress(bool force);
+
+    CliContext& m_context;
+    FileJobAnswers m_answers;
+    bool m_draw = false;
+    bool m_drawn = false;
+    std::int64_t m_total = 0;
+    std::int64_t m_done = 0;
+    std::chrono::steady_clock::time_point m_start;
+    std::chrono::steady_clock::time_point m_lastDraw;
+    std::optional<std::string> m_refusedExisting;
+};
+
+// ProgressLine formats the progress text: bytes done of total, speed in MB/s and the time
+// left ("1.5 GB of 2.0 GB  48.2 MB/s  0:10 left").
+[[nodiscard]] std::string ProgressLine(std::int64_t done, std::int64_t total, double seconds);
+
+} // namespace kelvora::cli
