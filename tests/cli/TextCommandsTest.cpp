@@ -198,7 +198,7 @@ INSTANTIATE_TEST_SUITE_P(
                     kSecret,
                     2,
                     "unexpected argument 'file.txt'"},
-        FailureCase{"UnknownCommand", {"encrypt"}, "", {}, 2, "unknown command"}),
+        FailureCase{"UnknownCommand", {"encrypt-all"}, "", {}, 2, "unknown command"}),
     [](const auto& info) { return info.param.name; });
 
 TEST(TextCommands, ForcePrintsWhatAWrongPassphraseGives) {

@@ -100,8 +100,8 @@ TEST(ContainerFormat, EmptyFileIsOneRecordOfItsHeaderWithTailByte99) {
     ASSERT_EQ(records.at(0).size(), 1u);
     const Bytes plain = FirstPlain(records[0][0]);
     ASSERT_EQ(plain.size(), 64u); // 34 + 9 bytes, zero-padded to the cipher block
-    EXPECT_EQ(plain[0], 1);       // the salt comes from the injected source
-    EXPECT_EQ(plain[31], 32);
+    EXPECT_EQ(plain[0], 0);       // the salt comes from the injected source
+    EXPECT_EQ(plain[31], 31);
     EXPECT_EQ(plain[32], 99);
     EXPECT_EQ(plain[33], 9);
     EXPECT_EQ(std::string(plain.begin() + 34, plain.begin() + 43), "empty.txt");

@@ -1,6 +1,5 @@
 #include "FileTestSupport.h"
 
-#include "common/TempDir.h"
 #include "crypto/KeyRules.h"
 #include "files/ContainerIndex.h"
 #include "files/ContainerWriter.h"
@@ -17,19 +16,6 @@
 namespace kelvora::testing {
 
 namespace fs = std::filesystem;
-
-ScratchFolder::ScratchFolder() {
-    std::string pattern = TempDir() + "kelvora-files-test-XXXXXX";
-    if (::mkdtemp(pattern.data()) == nullptr) {
-        throw std::runtime_error("cannot create a scratch folder");
-    }
-    m_path = pattern;
-}
-
-ScratchFolder::~ScratchFolder() {
-    std::error_code ignored;
-    fs::remove_all(m_path, ignored);
-}
 
 void WriteFile(const std::string& path, const Bytes& bytes) {
     fs::create_directories(fs::path(path).parent_path());

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "common/Bytes.h"
+#include "common/FixedRandom.h"
 #include "common/Random.h"
+#include "common/TempFolder.h"
 #include "files/FileError.h"
 #include "files/FileIo.h"
 #include "files/FileJobObserver.h"
@@ -14,20 +16,14 @@
 
 namespace kelvora::testing {
 
-// ScratchFolder is a fresh folder under the temporary folder, removed with everything in
-// it when the test ends.
+// ScratchFolder is a TempFolder spoken to in the engine's own terms: paths as strings.
 class ScratchFolder {
 public:
-    ScratchFolder();
-    ~ScratchFolder();
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-    const std::string& Path() const { return m_path; }
-    std::string operator/(const std::string& relative) const { return m_path + "/" + relative; }
+    std::string Path() const { return m_folder.path().string(); }
+    std::string operator/(const std::string& relative) const { return Path() + "/" + relative; }
 
 private:
-    std::string m_path;
+    TempFolder m_folder;
 };
 
 // WriteFile creates path's folders and writes bytes to it.
@@ -39,19 +35,6 @@ Bytes PatternBytes(std::size_t count, std::uint32_t seed, bool compressible = fa
 
 // FilesBelow lists every file below folder as relative paths, sorted.
 std::vector<std::string> FilesBelow(const std::string& folder);
-
-// FixedRandom fills with a counter, so salts are reproducible.
-class FixedRandom final : public RandomSource {
-public:
-    void Fill(std::uint8_t* out, std::size_t count) override {
-        for (std::size_t i = 0; i < count; ++i) {
-            out[i] = m_next++;
-        }
-    }
-
-private:
-    std::uint8_t m_next = 1;
-};
 
 // ScriptedObserver answers the jobs' questions from its fields and records what it saw.
 class ScriptedObserver : public FileJobObserver {

@@ -1,0 +1,157 @@
+#include "ProcessRunner.h"
+#include "files/FileTestSupport.h"
+
+#include <gtest/gtest.h>
+
+namespace kelvora {
+namespace {
+
+using namespace kelvora::testing;
+
+const std::map<std::string, std::string> kSecret = {{"KELVORA_PASSPHRASE", kPassphrase}};
+const std::map<std::string, std::string> kWrong = {{"KELVORA_PASSPHRASE", "wrong"}};
+
+// A tree with the awkward cases: nested folders, an empty file, one byte, umlauts and
+// accents, a 255-character name and a file of three chunks.
+void WriteTree(const ScratchFolder& scratch) {
+    WriteFile(scratch / "in/Tree/\xC3\x84rger/caf\xC3\xA9.txt", PatternBytes(1000, 1, true));
+    WriteFile(scratch / "in/Tree/leer", {});
+    WriteFile(scratch / "in/Tree/sub/one", {'1'});
+    WriteFile(scratch / "in/Tree/sub/" + std::string(200, 'x'), PatternBytes(5, 2));
+    WriteFile(scratch / "in/big.bin", PatternBytes(4300000, 3, true));
+    WriteFile(scratch / "in/" + std::string(255, 'n'), PatternBytes(77, 4));
+}
+
+TEST(FileCommands, EncryptListTestAndDecryptRoundTrip) {
+    ScratchFolder scratch;
+    WriteTree(scratch);
+    const std::string container = scratch / "c.vexo";
+    const auto encrypted = RunCli({"encrypt", "-o", container, scratch / "in/Tree",
+                                   scratch / "in/big.bin", scratch / "in/" + std::string(255, 'n')},
+                                  {}, kSecret);
+    ASSERT_EQ(encrypted.status, 0) << encrypted.err;
+    EXPECT_EQ(encrypted.err, "");
+
+    const auto listed = RunCli({"list", container}, {}, kSecret);
+    EXPECT_EQ(listed.status, 0) << listed.err;
+    // A folder's entries go in by name, byte for byte, so "\xC3\x84rger" comes last.
+    EXPECT_EQ(listed.out, "0\tTree/leer\n"
+                          "1\tTree/sub/one\n"
+                          "5\tTree/sub/" +
+                              std::string(200, 'x') +
+                              "\n"
+                              "1000\tTree/\xC3\x84rger/caf\xC3\xA9.txt\n"
+                              "4300000\tbig.bin\n"
+                              "77\t" +
+                              std::string(255, 'n') + "\n");
+
+    const auto tested = RunCli({"test", container}, {}, kSecret);
+    EXPECT_EQ(tested.status, 0) << tested.err;
+    EXPECT_EQ(tested.out, "OK\n");
+
+    const auto decrypted = RunCli({"decrypt", container, "-C", scratch / "out"}, {}, kSecret);
+    ASSERT_EQ(decrypted.status, 0) << decrypted.err;
+    EXPECT_EQ(std::count(decrypted.out.begin(), decrypted.out.end(), '\n'), 6);
+    EXPECT_EQ(FilesBelow(scratch / "out"), FilesBelow(scratch / "in"));
+    for (const std::string& name : FilesBelow(scratch / "in")) {
+        EXPECT_EQ(ReadFile(scratch / "out/" + name), ReadFile(scratch / "in/" + name)) << name;
+    }
+}
+
+// A failing command line against a prepared container and output folder.
+struct FailureCase {
+    const char* name;
+    std::vector<std::string> args; // "{c}" is the container, "{o}" the output folder
+    bool wrongPassphrase;
+    int status;
+    std::string err;
+    std::string existing; // what out/a.txt holds afterwards
+};
+
+class FileCommandFailure : public ::testing::TestWithParam<FailureCase> {};
+
+TEST_P(FileCommandFailure, EndsWithItsStatusAndErrorLineAndTouchesNothing) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "c.vexo",
+              BuildContainer({{"a.txt", {'n', 'e', 'w'}}, {"d\\b.txt", {'b'}}}));
+    WriteFile(scratch / "out/a.txt", {'o', 'l', 'd'});
+    std::vector<std::string> args;
+    for (const std::string& arg : GetParam().args) {
+        args.push_back(arg == "{c}" ? scratch / "c.vexo" : arg == "{o}" ? scratch / "out" : arg);
+    }
+    const auto result = RunCli(args, {}, GetParam().wrongPassphrase ? kWrong : kSecret);
+    EXPECT_EQ(result.status, GetParam().status);
+    EXPECT_EQ(result.err.substr(0, GetParam().err.size()), GetParam().err) << result.err;
+    EXPECT_EQ(ReadFile(scratch / "out/a.txt"), BytesFromString(GetParam().existing));
+    const bool restoredB = GetParam().status == 0 && GetParam().err.empty();
+    EXPECT_EQ(FilesBelow(scratch.Path()).size(), restoredB ? 3u : 2u);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, FileCommandFailure,
+    ::testing::Values(
+        FailureCase{
+            "ExistingFile", {"decrypt", "{c}", "-C", "{o}"}, false, 1, "kelvora-cli: ", "old"},
+        FailureCase{"SkipExisting",
+                    {"decrypt", "{c}", "-C", "{o}", "--skip-existing"},
+                    false,
+                    0,
+                    "",
+                    "old"},
+        FailureCase{
+            "Overwrite", {"decrypt", "{c}", "-C", "{o}", "--overwrite"}, false, 0, "", "new"},
+        FailureCase{"BothAnswers",
+                    {"decrypt", "{c}", "-C", "{o}", "--overwrite", "--skip-existing"},
+                    false,
+                    2,
+                    "kelvora-cli: --overwrite and --skip-existing",
+                    "old"},
+        FailureCase{"WrongPassphraseDecrypt",
+                    {"decrypt", "{c}", "-C", "{o}", "--overwrite"},
+                    true,
+                    1,
+                    "kelvora-cli: wrong passphrase\n",
+                    "old"},
+        FailureCase{"WrongPassphraseTest",
+                    {"test", "{c}"},
+                    true,
+                    1,
+                    "kelvora-cli: wrong passphrase\n",
+                    "old"},
+        FailureCase{"WrongPassphraseList",
+                    {"list", "{c}"},
+                    true,
+                    1,
+                    "kelvora-cli: wrong passphrase\n",
+                    "old"},
+        FailureCase{
+            "ExistingContainer", {"encrypt", "-o", "{c}", "{o}"}, false, 1, "kelvora-cli: ", "old"},
+        FailureCase{"NoContainer", {"decrypt"}, false, 2, "kelvora-cli: ", "old"},
+        FailureCase{"NotAContainer", {"test", "{o}/a.txt"}, false, 1, "kelvora-cli: ", "old"}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(FileCommands, TestNamesTheDamagedFileAndChunk) {
+    ScratchFolder scratch;
+    Bytes container = BuildContainer({{"ok.txt", {'k'}}, {"big.bin", PatternBytes(2100000, 9)}});
+    container[container.size() - 200] ^= 1;
+    WriteFile(scratch / "c.vexo", container);
+    const auto result = RunCli({"test", scratch / "c.vexo"}, {}, kSecret);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "kelvora-cli: file 2 (big.bin), chunk 2 is damaged\n");
+    EXPECT_EQ(result.out, "");
+}
+
+TEST(FileCommands, HostileNamesAreRefusedAndTheRestRestored) {
+    ScratchFolder scratch;
+    WriteFile(
+        scratch / "c.vexo",
+        BuildContainer({{"..\\escape.txt", {'x'}}, {"\\abs.txt", {'y'}}, {"fine.txt", {'z'}}}));
+    const auto result = RunCli({"decrypt", scratch / "c.vexo", "-C", scratch / "out"}, {}, kSecret);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, scratch / "out/fine.txt\n");
+    EXPECT_NE(result.err.find("../escape.txt: refused"), std::string::npos) << result.err;
+    EXPECT_EQ(FilesBelow(scratch.Path()), (std::vector<std::string>{"c.vexo", "out/fine.txt"}));
+}
+
+} // namespace
+} // namespace kelvora
