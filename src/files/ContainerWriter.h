@@ -4,6 +4,7 @@
 #include "files/FileError.h"
 #include "files/FileIo.h"
 #include "files/JobCipher.h"
+#include "files/ParallelCompressor.h"
 
 #include <cstdint>
 #include <string>
@@ -20,13 +21,13 @@ struct AppendResult {
 };
 
 // AppendFileToContainer reads inputPath as a stream (salt from random, tail byte, name
-// length, ansiStoredName, data), compresses the data chunk by chunk, enciphers each chunk
-// with the job's prepared key and writes the records to container. Memory stays constant
-// whatever the file's size. On failure or cancel it stops at once; the caller discards
-// the container. The stored name must be at most 255 bytes.
-[[nodiscard]] AppendResult AppendFileToContainer(const std::string& inputPath,
-                                                 const std::string& ansiStoredName,
-                                                 ByteSink& container, JobCipher& cipher,
-                                                 RandomSource& random, FileJobObserver& observer);
+// length, ansiStoredName, data), compresses the data chunk by chunk on the compressor's
+// workers, enciphers each chunk in order with the job's prepared key and writes the records
+// to container. Memory stays constant whatever the file's size. On failure or cancel it stops at
+// once; the caller discards the container. The stored name must be at most 255 bytes.
+[[nodiscard]] AppendResult
+AppendFileToContainer(const std::string& inputPath, const std::string& ansiStoredName,
+                      ByteSink& container, JobCipher& cipher, RandomSource& random,
+                      ParallelCompressor& compressor, FileJobObserver& observer);
 
 } // namespace kelvora

@@ -42,12 +42,13 @@ FileJobResult AppendAll(const EncryptRequest& request, const std::vector<std::st
     if (!cipher.Cipher().EncryptPrepareKey(request.key->bytes())) {
         return Failure(FileError::NothingToDo);
     }
+    ParallelCompressor compressor(ParallelCompressor::WorkersForThisMachine());
     std::vector<std::int64_t> byteCounts;
     for (std::size_t i = 0; i < request.entries.size(); ++i) {
         const std::string& path = request.entries[i].path;
         observer.OnFileStarted(i, path);
-        const AppendResult appended =
-            AppendFileToContainer(path, names[i], container, cipher, *request.random, observer);
+        const AppendResult appended = AppendFileToContainer(path, names[i], container, cipher,
+                                                            *request.random, compressor, observer);
         if (appended.error != FileError::None) {
             return Failure(appended.error, i, appended.chunk, path, appended.systemError);
         }

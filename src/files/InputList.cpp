@@ -172,7 +172,8 @@ std::vector<std::string> SplitBlankSeparated(std::string_view text) {
 FileListArgument SplitFileListArgument(std::string_view text) {
     constexpr std::string_view kMarker = " /outputfile ";
     // A blank in front lets a list that is empty still show its marker.
-    const std::string padded = " " + std::string(text);
+    std::string padded(1, ' ');
+    padded += text;
     const std::size_t at = FindMarkerIgnoringCase(padded, kMarker);
     FileListArgument result;
     if (at == std::string_view::npos) {

@@ -91,12 +91,13 @@ Bytes BuildContainer(const std::vector<StoredFile>& files, std::vector<std::int6
     }
     FixedRandom random;
     VectorSink sink;
+    ParallelCompressor onThisThread(0);
     const bool countsGiven = !byteCounts.empty();
     for (const StoredFile& file : files) {
         const std::string input = inputs / "input";
         WriteFile(input, file.data);
         const AppendResult appended =
-            AppendFileToContainer(input, file.ansiName, sink, cipher, random, quiet);
+            AppendFileToContainer(input, file.ansiName, sink, cipher, random, onThisThread, quiet);
         if (appended.error != FileError::None) {
             throw std::runtime_error("cannot build the container");
         }

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "common/Bytes.h"
+
+#include <condition_variable>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace kelvora {
+
+// ParallelCompressor compresses chunks on worker threads while the caller enciphers and
+// writes earlier ones; compression dominates the time of an encryption. Blocks come back
+// in the order the chunks went in. Each chunk in flight holds its data and its block, so
+// memory stays bounded by the caller's limit on chunks in flight.
+class ParallelCompressor {
+public:
+    // CompressedChunk is one chunk's result: its compressed block (empty for empty data or
+    // a zlib failure, told apart by failed) and its data, handed back for reuse.
+    struct CompressedChunk {
+        Bytes data;
+        Bytes block;
+        bool failed = false;
+    };
+
+    // workers 0 compresses on the calling thread at Next.
+    explicit ParallelCompressor(std::size_t workers);
+    ~ParallelCompressor();
+    ParallelCompressor(const ParallelCompressor&) = delete;
+    ParallelCompressor& operator=(const ParallelCompressor&) = delete;
+
+    // WorkersForThisMachine is one worker per processor: the caller's thread mostly waits.
+    static std::size_t WorkersForThisMachine();
+
+    // Submit queues a chunk's data for compression.
+    void Submit(Bytes data);
+    // Next waits for the oldest submitted chunk that has not been taken yet.
+    [[nodiscard]] CompressedChunk Next();
+    std::size_t InFlight() const { return static_cast<std::size_t>(m_submitted - m_taken); }
+    // DiscardInFlight waits for and drops every chunk not taken yet (after a failure).
+    void DiscardInFlight();
+    // Depth is how many chunks to keep in flight so that no worker waits.
+    std::size_t Depth() const { return m_workers.size() + 1; }
+
+private:
+    struct Slot {
+        std::uint64_t sequence = 0;
+        CompressedChunk chunk;
+        bool started = false;
+        bool done = false;
+    };
+
+    static void Compress(CompressedChunk& chunk);
+    void WorkerLoop();
+
+    std::vector<std::thread> m_workers;
+    std::mutex m_mutex;
+    std::condition_variable m_work;
+    std::condition_variable m_finished;
+    std::deque<Slot> m_slots;
+    std::uint64_t m_submitted = 0;
+    std::uint64_t m_taken = 0;
+    bool m_stopping = false;
+};
+
+} // namespace kelvora
