@@ -1,5 +1,6 @@
 #include "crypto/CRijndael.h"
 
+#include "crypto/RijndaelBuffer.h"
 #include "crypto/RijndaelCipher.h"
 #include "crypto/RijndaelSchedule.h"
 #include "crypto/RijndaelTables.h"
@@ -170,7 +171,7 @@ Bytes CRijndael::EncryptDo(const Bytes& data, bool continued) {
     }
     const std::size_t fullBlocks = data.size() / kBlockBytes;
     const std::size_t blocks = PaddedBlockCount(data.size());
-    Bytes out(blocks * kBlockBytes);
+    Bytes out = NewCipherBuffer(blocks * kBlockBytes);
     std::copy(data.begin() + static_cast<std::ptrdiff_t>(fullBlocks * kBlockBytes), data.end(),
               out.begin() + static_cast<std::ptrdiff_t>(fullBlocks * kBlockBytes));
     Block chain = continued ? m_encryptChain : Block{};
@@ -202,7 +203,7 @@ Bytes CRijndael::DecryptDo(const Bytes& data, bool continued) {
         return {};
     }
     const std::size_t blocks = data.size() / kBlockBytes;
-    Bytes out(data.size());
+    Bytes out = NewCipherBuffer(data.size());
     Block chain = continued ? m_decryptChain : Block{};
     for (std::size_t start = 0; start < blocks; start += kBlocksBetweenChecks) {
         if (CancelAfterEvents()) {
