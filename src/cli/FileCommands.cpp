@@ -83,28 +83,32 @@ int EncryptFilesRun(CliContext& context, const ParsedArgs& args) {
     return result.ok() ? kExitSuccess : JobFailed(context, observer, result);
 }
 
-// ContainerOperand checks that a reading command got exactly one container.
-bool ContainerOperand(CliContext& context, const ParsedArgs& args, int& status) {
+// StartReading checks that a reading command got exactly one container and obtains its
+// key; on failure status holds the exit status.
+bool StartReading(CliContext& context, const ParsedArgs& args, ObtainedSecret& secret,
+                  int& status) {
     if (args.operands.size() != 1) {
         status = Fail(context, kExitUsage,
                       args.operands.empty() ? "name the container to read"
                                             : "unexpected argument '" + args.operands[1] + "'");
         return false;
     }
+    secret = ObtainKey(context, args, KeyPurpose::Decrypt);
+    if (!secret.ok()) {
+        status = Fail(context, secret.status, secret.error);
+        return false;
+    }
     return true;
 }
 
 int DecryptFilesRun(CliContext& context, const ParsedArgs& args) {
-    int status = kExitSuccess;
-    if (!ContainerOperand(context, args, status)) {
-        return status;
-    }
     if (args.Has(kOverwriteOption.longName) && args.Has(kSkipExistingOption.longName)) {
         return Fail(context, kExitUsage, "--overwrite and --skip-existing exclude each other");
     }
-    ObtainedSecret secret = ObtainKey(context, args, KeyPurpose::Decrypt);
-    if (!secret.ok()) {
-        return Fail(context, secret.status, secret.error);
+    int status = kExitSuccess;
+    ObtainedSecret secret;
+    if (!StartReading(context, args, secret, status)) {
+        return status;
     }
     FileJobAnswers answers;
     answers.quiet = args.Has(kQuietOption.longName);
@@ -129,12 +133,9 @@ int DecryptFilesRun(CliContext& context, const ParsedArgs& args) {
 
 int ListRun(CliContext& context, const ParsedArgs& args) {
     int status = kExitSuccess;
-    if (!ContainerOperand(context, args, status)) {
+    ObtainedSecret secret;
+    if (!StartReading(context, args, secret, status)) {
         return status;
-    }
-    ObtainedSecret secret = ObtainKey(context, args, KeyPurpose::Decrypt);
-    if (!secret.ok()) {
-        return Fail(context, secret.status, secret.error);
     }
     CliFileObserver observer(context, FileJobAnswers{});
     std::vector<ContainerEntry> entries;
@@ -151,12 +152,9 @@ int ListRun(CliContext& context, const ParsedArgs& args) {
 
 int TestRun(CliContext& context, const ParsedArgs& args) {
     int status = kExitSuccess;
-    if (!ContainerOperand(context, args, status)) {
+    ObtainedSecret secret;
+    if (!StartReading(context, args, secret, status)) {
         return status;
-    }
-    ObtainedSecret secret = ObtainKey(context, args, KeyPurpose::Decrypt);
-    if (!secret.ok()) {
-        return Fail(context, secret.status, secret.error);
     }
     FileJobAnswers answers;
     answers.quiet = args.Has(kQuietOption.longName);

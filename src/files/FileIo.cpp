@@ -38,6 +38,24 @@ std::string TempNameBeside(const std::string& finalPath) {
     return folder + "." + name.substr(0, 200) + "." + RandomSuffix() + ".part";
 }
 
+// MoveAll calls io(done) until total bytes are read or written; io returns what read, pread
+// or write return. An early end counts as EIO.
+template <typename Io> bool MoveAll(std::size_t total, int& error, Io io) {
+    std::size_t done = 0;
+    while (done < total) {
+        const ssize_t moved = io(done);
+        if (moved < 0 && errno == EINTR) {
+            continue;
+        }
+        if (moved <= 0) {
+            error = moved == 0 ? EIO : errno;
+            return false;
+        }
+        done += static_cast<std::size_t>(moved);
+    }
+    return true;
+}
+
 } // namespace
 
 InputFile::~InputFile() {
@@ -63,36 +81,16 @@ bool InputFile::Open(const std::string& path) {
 }
 
 bool InputFile::ReadExact(std::span<std::uint8_t> out) {
-    std::size_t done = 0;
-    while (done < out.size()) {
-        const ssize_t got = ::read(m_fd, out.data() + done, out.size() - done);
-        if (got < 0 && errno == EINTR) {
-            continue;
-        }
-        if (got <= 0) {
-            m_error = got == 0 ? EIO : errno;
-            return false;
-        }
-        done += static_cast<std::size_t>(got);
-    }
-    return true;
+    return MoveAll(out.size(), m_error, [&](std::size_t done) {
+        return ::read(m_fd, out.data() + done, out.size() - done);
+    });
 }
 
 bool InputFile::ReadAt(std::int64_t offset, std::span<std::uint8_t> out) {
-    std::size_t done = 0;
-    while (done < out.size()) {
-        const ssize_t got = ::pread(m_fd, out.data() + done, out.size() - done,
-                                    static_cast<off_t>(offset) + static_cast<off_t>(done));
-        if (got < 0 && errno == EINTR) {
-            continue;
-        }
-        if (got <= 0) {
-            m_error = got == 0 ? EIO : errno;
-            return false;
-        }
-        done += static_cast<std::size_t>(got);
-    }
-    return true;
+    return MoveAll(out.size(), m_error, [&](std::size_t done) {
+        return ::pread(m_fd, out.data() + done, out.size() - done,
+                       static_cast<off_t>(offset) + static_cast<off_t>(done));
+    });
 }
 
 TempOutputFile::~TempOutputFile() {
@@ -117,19 +115,9 @@ bool TempOutputFile::Create(const std::string& finalPath) {
 }
 
 bool TempOutputFile::Write(std::span<const std::uint8_t> bytes) {
-    std::size_t done = 0;
-    while (done < bytes.size()) {
-        const ssize_t put = ::write(m_fd, bytes.data() + done, bytes.size() - done);
-        if (put < 0 && errno == EINTR) {
-            continue;
-        }
-        if (put <= 0) {
-            m_error = put == 0 ? EIO : errno;
-            return false;
-        }
-        done += static_cast<std::size_t>(put);
-    }
-    return true;
+    return MoveAll(bytes.size(), m_error, [&](std::size_t done) {
+        return ::write(m_fd, bytes.data() + done, bytes.size() - done);
+    });
 }
 
 bool TempOutputFile::Commit(bool replace) {
