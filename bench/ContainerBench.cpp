@@ -97,6 +97,7 @@ void PrintRow(const char* job, const Measured& m, std::uint64_t plainBytes) {
     std::printf("  %-34s %8.1f MB/s  %7.2f s  peak %7.1f MiB%s\n", job,
                 static_cast<double>(plainBytes) / 1e6 / m.seconds, m.seconds,
                 static_cast<double>(m.peakKiB) / 1024.0, m.status == 0 ? "" : "  FAILED");
+    std::fflush(stdout);
 }
 
 bool KelvoraRoundTrip(const std::string& cli, const fs::path& input, const fs::path& work,
