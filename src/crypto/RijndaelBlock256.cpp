@@ -9,17 +9,22 @@ constexpr std::size_t kColumns = 8;
 constexpr std::size_t kRounds = 14;
 using State = std::array<std::uint32_t, kColumns>;
 
+// The helpers are forced inline: the eight columns only stay in registers when a whole block
+// is one function, and -O2 would otherwise keep the rounds as calls.
+
 // Row r of output column C comes from input column C + shift (rows 1..3 shift 1, 3, 4) when
 // encrypting, and from C - shift when decrypting.
 template <std::size_t C>
-inline std::uint32_t EncryptColumn(const RijndaelTables& t, const State& s, std::uint32_t key) {
+[[gnu::always_inline]] inline std::uint32_t EncryptColumn(const RijndaelTables& t, const State& s,
+                                                          std::uint32_t key) {
     return t.encrypt[0][ByteOf(s[C], 0)] ^ t.encrypt[1][ByteOf(s[(C + 1) % kColumns], 1)] ^
            t.encrypt[2][ByteOf(s[(C + 3) % kColumns], 2)] ^
            t.encrypt[3][ByteOf(s[(C + 4) % kColumns], 3)] ^ key;
 }
 
 template <std::size_t C>
-inline std::uint32_t DecryptColumn(const RijndaelTables& t, const State& s, std::uint32_t key) {
+[[gnu::always_inline]] inline std::uint32_t DecryptColumn(const RijndaelTables& t, const State& s,
+                                                          std::uint32_t key) {
     return t.decrypt[0][ByteOf(s[C], 0)] ^ t.decrypt[1][ByteOf(s[(C + 7) % kColumns], 1)] ^
            t.decrypt[2][ByteOf(s[(C + 5) % kColumns], 2)] ^
            t.decrypt[3][ByteOf(s[(C + 4) % kColumns], 3)] ^ key;
@@ -27,9 +32,9 @@ inline std::uint32_t DecryptColumn(const RijndaelTables& t, const State& s, std:
 
 // The last round has no MixColumns: each row takes the bare S-box byte.
 template <std::size_t C>
-inline std::uint32_t LastColumn(const std::array<std::uint8_t, 256>& box, const State& s,
-                                std::size_t shift1, std::size_t shift2, std::size_t shift3,
-                                std::uint32_t key) {
+[[gnu::always_inline]] inline std::uint32_t
+LastColumn(const std::array<std::uint8_t, 256>& box, const State& s, std::size_t shift1,
+           std::size_t shift2, std::size_t shift3, std::uint32_t key) {
     return (std::uint32_t{box[ByteOf(s[C], 0)]} |
             std::uint32_t{box[ByteOf(s[(C + shift1) % kColumns], 1)]} << 8 |
             std::uint32_t{box[ByteOf(s[(C + shift2) % kColumns], 2)]} << 16 |
@@ -38,8 +43,8 @@ inline std::uint32_t LastColumn(const std::array<std::uint8_t, 256>& box, const 
 }
 
 template <bool kEncrypt, std::size_t... C>
-inline void Round(const RijndaelTables& t, const State& in, State& out, const std::uint32_t* k,
-                  std::index_sequence<C...>) {
+[[gnu::always_inline]] inline void Round(const RijndaelTables& t, const State& in, State& out,
+                                         const std::uint32_t* k, std::index_sequence<C...>) {
     if constexpr (kEncrypt) {
         ((out[C] = EncryptColumn<C>(t, in, k[C])), ...);
     } else {
@@ -48,8 +53,8 @@ inline void Round(const RijndaelTables& t, const State& in, State& out, const st
 }
 
 template <bool kEncrypt, std::size_t... C>
-inline void LastRound(const RijndaelTables& t, const State& in, State& out, const std::uint32_t* k,
-                      std::index_sequence<C...>) {
+[[gnu::always_inline]] inline void LastRound(const RijndaelTables& t, const State& in, State& out,
+                                             const std::uint32_t* k, std::index_sequence<C...>) {
     if constexpr (kEncrypt) {
         ((out[C] = LastColumn<C>(t.sbox, in, 1, 3, 4, k[C])), ...);
     } else {
@@ -58,7 +63,8 @@ inline void LastRound(const RijndaelTables& t, const State& in, State& out, cons
 }
 
 template <bool kEncrypt>
-inline void CryptBlock(const RijndaelTables& t, const std::uint32_t* keys, State& state) {
+[[gnu::always_inline]] inline void CryptBlock(const RijndaelTables& t, const std::uint32_t* keys,
+                                              State& state) {
     constexpr auto columns = std::make_index_sequence<kColumns>{};
     for (std::size_t c = 0; c < kColumns; ++c) {
         state[c] ^= keys[c];
@@ -73,13 +79,13 @@ inline void CryptBlock(const RijndaelTables& t, const std::uint32_t* keys, State
     LastRound<kEncrypt>(t, other, state, keys + kRounds * kColumns, columns);
 }
 
-inline void Load(const std::uint8_t* bytes, State& state) {
+[[gnu::always_inline]] inline void Load(const std::uint8_t* bytes, State& state) {
     for (std::size_t c = 0; c < kColumns; ++c) {
         state[c] = LoadWordLe(bytes + 4 * c);
     }
 }
 
-inline void Store(const State& state, std::uint8_t* bytes) {
+[[gnu::always_inline]] inline void Store(const State& state, std::uint8_t* bytes) {
     for (std::size_t c = 0; c < kColumns; ++c) {
         StoreWordLe(state[c], bytes + 4 * c);
     }
