@@ -47,7 +47,6 @@ void FCrypt::Load(const std::string& commandLine, const QString& programName) {
     OnTabFileCryptChange(m_tabFileCrypt->ActiveTab());
     OnTabStrChange(m_tabStr->ActiveTab());
     PwdBewert(m_txtCode->text());
-    adjustSize();
     setMask(RoundedRegion(size(), theme::kWindowRounding));
     ShowCaption(this, false);
 }

@@ -27,6 +27,7 @@ namespace {
 
 constexpr int kCountInterval = 125; // milliseconds between two steps of the busy animation
 constexpr int kCardMargin = 16;
+constexpr int kPagesMinimumHeight = 260;
 constexpr int kControlBoxTipId = 500;
 constexpr int kFirstFlagTipId = 501; // German, English, Spanish, French
 
@@ -80,18 +81,18 @@ ProgressBar* Bar(const QString& name, int height, QWidget* parent) {
     return bar;
 }
 
-// Stacked places widgets on top of each other in one cell, so the cell is as large as the
-// largest of them whichever is shown.
+// Stacked places widgets on top of each other in one cell. They keep their room when hidden,
+// so the cell is as large as the largest of them whichever is shown.
 QWidget* Stacked(std::initializer_list<QWidget*> widgets, QWidget* parent) {
     auto* holder = new QWidget(parent);
     auto* grid = new QGridLayout(holder);
     grid->setContentsMargins(0, 0, 0, 0);
-    QSize largest;
     for (QWidget* widget : widgets) {
+        QSizePolicy policy = widget->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        widget->setSizePolicy(policy);
         grid->addWidget(widget, 0, 0);
-        largest = largest.expandedTo(widget->sizeHint());
     }
-    holder->setMinimumHeight(largest.height());
     return holder;
 }
 
@@ -121,11 +122,17 @@ void FCrypt::BuildWindow() {
     m_tabStr->SetNumberOfTabs(2);
     layout->addWidget(m_tabStr);
 
-    layout->addWidget(Stacked({BuildTextPage(), BuildFilesPage()}, this), 1);
-    layout->addWidget(Stacked({BuildPassphraseArea(), BuildWorkingPanel()}, this));
+    // The passphrase area gets the height its texts ask for; the pages take what is left.
+    QWidget* pages = Stacked({BuildTextPage(), BuildFilesPage()}, this);
+    pages->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
+    pages->setMinimumHeight(kPagesMinimumHeight);
+    layout->addWidget(pages, 1);
+    QWidget* passphraseArea = Stacked({BuildPassphraseArea(), BuildWorkingPanel()}, this);
+    passphraseArea->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    layout->addWidget(passphraseArea);
     m_frameW->hide();
 
-    setFixedWidth(theme::kWindowWidth);
+    setFixedSize(theme::kWindowWidth, theme::kWindowHeight);
     ConnectControls();
 }
 
@@ -171,7 +178,6 @@ QWidget* FCrypt::BuildTextPage() {
 
     m_txtResults = new QPlainTextEdit(page);
     m_txtResults->setObjectName(QStringLiteral("txtResults"));
-    m_txtResults->setMinimumHeight(200);
     QFont mono(QStringLiteral("DejaVu Sans Mono"));
     mono.setStyleHint(QFont::Monospace);
     mono.setPointSize(9);
@@ -263,14 +269,8 @@ QWidget* FCrypt::BuildPassphraseArea() {
     m_chkHPwd = Tag(new QCheckBox(card), QStringLiteral("ChkHPwd"), 158);
     grid->addWidget(m_chkHPwd, 2, 0, 1, 2, Qt::AlignLeft);
 
-    auto* quality = new QHBoxLayout;
-    quality->setSpacing(12);
-    auto* qualityCaption = Caption(QStringLiteral("LblQuality"), 159, card);
-    qualityCaption->setWordWrap(false);
-    quality->addWidget(qualityCaption, 0, Qt::AlignTop);
     m_rating = new RatingDisplay(card);
-    quality->addWidget(m_rating, 1);
-    grid->addLayout(quality, 3, 0, 1, 2);
+    grid->addWidget(m_rating, 3, 0, 1, 2);
     grid->setColumnStretch(0, 1);
     return card;
 }

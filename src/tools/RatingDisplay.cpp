@@ -9,7 +9,8 @@
 namespace kelvora {
 namespace {
 
-const QColor kLampColours[3] = {QColor(255, 0, 0), QColor(255, 255, 0), QColor(0, 255, 0)};
+const std::array<QColor, 3> kLampColours = {QColor(255, 0, 0), QColor(255, 255, 0),
+                                            QColor(0, 255, 0)};
 const QColor kDarkLamp(0xE4, 0xE8, 0xEE);
 const QColor kLampRim(0x9A, 0xA4, 0xB1);
 
@@ -55,13 +56,18 @@ RatingDisplay::RatingDisplay(QWidget* parent) : QWidget(parent) {
 
     auto* indicators = new QHBoxLayout;
     indicators->setSpacing(2);
-    for (int i = 0; i < 5; ++i) {
+    auto* caption = new QLabel(this);
+    caption->setObjectName(QStringLiteral("LblQuality"));
+    caption->setProperty("Tag", QStringLiteral("#159"));
+    caption->setProperty("role", QStringLiteral("caption"));
+    indicators->addWidget(caption);
+    indicators->addSpacing(10);
+    for (std::size_t i = 0; i < m_stars.size(); ++i) {
         auto* slot = new QGridLayout;
         slot->addWidget(StarLabel(QStringLiteral("\u2606"), QStringLiteral("#C3CAD4"), this), 0, 0);
-        m_stars[static_cast<std::size_t>(i)] =
-            StarLabel(QStringLiteral("\u2605"), QStringLiteral("#F2B01E"), this);
-        m_stars[static_cast<std::size_t>(i)]->setObjectName(QStringLiteral("Stern_%1").arg(i + 1));
-        slot->addWidget(m_stars[static_cast<std::size_t>(i)], 0, 0);
+        m_stars[i] = StarLabel(QStringLiteral("\u2605"), QStringLiteral("#F2B01E"), this);
+        m_stars[i]->setObjectName(QStringLiteral("Stern_%1").arg(i + 1));
+        slot->addWidget(m_stars[i], 0, 0);
         indicators->addLayout(slot);
     }
     indicators->addSpacing(14);
@@ -71,22 +77,21 @@ RatingDisplay::RatingDisplay(QWidget* parent) : QWidget(parent) {
     auto* lamps = new QHBoxLayout(m_trafficLight);
     lamps->setContentsMargins(6, 3, 6, 3);
     lamps->setSpacing(5);
-    for (int i = 0; i < 3; ++i) {
-        m_lamps[static_cast<std::size_t>(i)] =
-            new Lamp(kLampColours[i], QStringLiteral("AmpelL_%1").arg(i), m_trafficLight);
-        lamps->addWidget(m_lamps[static_cast<std::size_t>(i)]);
+    for (std::size_t i = 0; i < m_lamps.size(); ++i) {
+        m_lamps[i] = new Lamp(kLampColours[i], QStringLiteral("AmpelL_%1").arg(i), m_trafficLight);
+        lamps->addWidget(m_lamps[i]);
     }
     m_trafficLight->setStyleSheet(
         QStringLiteral("#PictAmpel { background: #4A5563; border-radius: 10px; }"));
-    auto* trafficSlot = new QGridLayout;
-    trafficSlot->addWidget(m_trafficLight, 0, 0, Qt::AlignVCenter);
-    indicators->addLayout(trafficSlot);
+    indicators->addWidget(m_trafficLight, 0, Qt::AlignVCenter);
     indicators->addStretch();
     layout->addLayout(indicators);
 
+    // The sentence keeps room for two lines, so the area does not jump as the rating changes.
     m_sentence = new QLabel(this);
     m_sentence->setObjectName(QStringLiteral("Label3"));
     m_sentence->setWordWrap(true);
+    m_sentence->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     m_sentence->setProperty("role", QStringLiteral("hint"));
     layout->addWidget(m_sentence);
 }
@@ -99,6 +104,8 @@ void RatingDisplay::ShowRating(const PassphraseRating& rating, const QString& se
         m_lamps[i]->SetLit(rating.lamps[i]);
     }
     m_sentence->setText(sentence);
+    m_sentence->ensurePolished(); // the style sheet sets the font the room is measured in
+    m_sentence->setMinimumHeight(2 * m_sentence->fontMetrics().height() + 2);
 }
 
 } // namespace kelvora

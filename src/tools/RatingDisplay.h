@@ -29,10 +29,10 @@ private:
     QColor m_colour;
 };
 
-// RatingDisplay shows a passphrase rating three ways: the stars Stern_1 to Stern_5 (a star not
-// earned is hidden and leaves its grey outline), the traffic light PictAmpel with the lamps
-// AmpelL_0 (red), AmpelL_1 (yellow) and AmpelL_2 (green), whose dynamic property "lit" tells
-// whether they are filled, and the sentence in Label3.
+// RatingDisplay shows a passphrase rating under its caption LblQuality three ways: the stars
+// Stern_1 to Stern_5 (a star not earned is hidden and leaves its grey outline), the traffic light
+// PictAmpel with the lamps AmpelL_0 (red), AmpelL_1 (yellow) and AmpelL_2 (green), whose dynamic
+// property "lit" tells whether they are filled, and the sentence in Label3.
 class RatingDisplay : public QWidget {
     Q_OBJECT
 

@@ -10,6 +10,7 @@
 #include "text/EncryptedText.h"
 
 #include <QCheckBox>
+#include <QCoreApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -39,6 +40,15 @@ struct Harness {
         : window(messages, random, languageOffset) {
         window.show();
         window.Load(commandLine, QStringLiteral("kelvora"));
+        Settle();
+    }
+
+    // Settle lays the window out as the event loop does: each layout request can raise
+    // another one in the parent.
+    static void Settle() {
+        for (int round = 0; round < 8; ++round) {
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        }
     }
 
     template <typename Widget> Widget* Find(const char* name) {
@@ -68,6 +78,32 @@ struct Harness {
                 Find<QWidget>(lamp)->property("lit").toBool() ? QLatin1Char('1') : QLatin1Char('0');
         }
         return lit;
+    }
+    // ClippedControls names every shown control whose text lacks room or that sticks out of
+    // its parent.
+    QStringList ClippedControls() {
+        QStringList clipped;
+        for (QWidget* widget : window.findChildren<QWidget*>()) {
+            if (!widget->isVisible()) {
+                continue;
+            }
+            const QSize size = widget->size();
+            bool fits =
+                QRect(QPoint(0, 0), widget->parentWidget()->size()).contains(widget->geometry());
+            auto* label = qobject_cast<QLabel*>(widget);
+            if (label != nullptr && label->wordWrap()) {
+                fits = fits && label->heightForWidth(size.width()) <= size.height();
+            } else if (label != nullptr || qobject_cast<QAbstractButton*>(widget) != nullptr ||
+                       qobject_cast<LightTab*>(widget) != nullptr) {
+                fits = fits && widget->sizeHint().width() <= size.width() &&
+                       widget->minimumSizeHint().height() <= size.height();
+            }
+            if (!fits) {
+                clipped << widget->objectName() + QLatin1Char(' ') + QString::number(size.width()) +
+                               QLatin1Char('x') + QString::number(size.height());
+            }
+        }
+        return clipped;
     }
     // TaggedTexts is every text the window's marks put into it, with the tab captions.
     QStringList TaggedTexts() {
@@ -101,6 +137,8 @@ class FCryptTest : public QObject {
 private slots:
     void StartsLabelledInItsLanguage();
     void LanguageSwitchRestoresEveryCaption();
+    void NoTextIsClippedInAnyLanguage_data();
+    void NoTextIsClippedInAnyLanguage();
     void CommandLineOpensPages_data();
     void CommandLineOpensPages();
     void UsageNamesTheProgram();
@@ -151,6 +189,32 @@ void FCryptTest::LanguageSwitchRestoresEveryCaption() {
 
     h.Click("ImageDE");
     QCOMPARE(h.TaggedTexts(), german);
+}
+
+void FCryptTest::NoTextIsClippedInAnyLanguage_data() {
+    QTest::addColumn<int>("languageOffset");
+    QTest::addColumn<QString>("commandLine");
+    for (const auto& [language, offset] : {std::pair{"German", kGerman},
+                                           {"English", kEnglish},
+                                           {"Spanish", kSpanish},
+                                           {"French", kFrench}}) {
+        for (const char* page : {"", "/filee", "/filed"}) {
+            QTest::addRow("%s %s", language, page) << offset << QString::fromLatin1(page);
+        }
+    }
+}
+
+// Every shown caption has the room its text needs, and every control lies inside its parent.
+void FCryptTest::NoTextIsClippedInAnyLanguage() {
+    QFETCH(int, languageOffset);
+    QFETCH(QString, commandLine);
+    Harness h(languageOffset, commandLine.toStdString());
+    QStringList clipped = h.ClippedControls();
+    QVERIFY2(clipped.isEmpty(), qPrintable(clipped.join(QStringLiteral(", "))));
+    h.Click("cmdPassgen"); // the longest sentence the rating area shows
+    Harness::Settle();
+    clipped = h.ClippedControls();
+    QVERIFY2(clipped.isEmpty(), qPrintable(clipped.join(QStringLiteral(", "))));
 }
 
 void FCryptTest::CommandLineOpensPages_data() {

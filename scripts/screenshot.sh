@@ -1,0 +1,46 @@
+#!/usr/bin/env bash
+# Takes a picture of the desktop program's window for the README:
+#   scripts/screenshot.sh <kelvora binary> <output png> [language] [command line...]
+# It starts the program on a virtual X display (Xvfb), waits until the window has been drawn,
+# captures the screen with ImageMagick, crops it to the window and keeps the PNG small.
+set -euo pipefail
+
+binary=${1:?usage: screenshot.sh <kelvora binary> <output png> [language] [arguments...]}
+output=${2:?usage: screenshot.sh <kelvora binary> <output png> [language] [arguments...]}
+language=${3:-en_US}
+shift $(( $# < 3 ? $# : 3 ))
+
+for tool in Xvfb import convert; do
+  command -v "$tool" >/dev/null || { echo "screenshot.sh: $tool is missing (run make deps)" >&2; exit 1; }
+done
+
+display=:$(( 90 + RANDOM % 100 ))
+workdir=$(mktemp -d)
+Xvfb "$display" -screen 0 1000x820x24 -nolisten tcp >/dev/null 2>&1 &
+xvfb_pid=$!
+app_pid=""
+cleanup() {
+  [ -n "$app_pid" ] && kill "$app_pid" 2>/dev/null || true
+  kill "$xvfb_pid" 2>/dev/null || true
+  rm -rf "$workdir"
+}
+trap cleanup EXIT
+
+# Wait for the display to take clients.
+for _ in $(seq 50); do
+  xdpyinfo -display "$display" >/dev/null 2>&1 && break
+  [ -e "/tmp/.X11-unix/X${display#:}" ] && break
+  sleep 0.1
+done
+
+# A plain grey desk, so the rounded corners show against it.
+DISPLAY=$display LANG=$language.UTF-8 LC_ALL=$language.UTF-8 QT_QPA_PLATFORM=xcb \
+  "$binary" "$@" >/dev/null 2>&1 &
+app_pid=$!
+sleep 3
+
+DISPLAY=$display import -window root "$workdir/screen.png"
+# Crop to what differs from the black desk, with a margin, and shrink the palette.
+convert "$workdir/screen.png" -background '#2f3640' -flatten -fuzz 2% -trim +repage \
+  -bordercolor '#2f3640' -border 16 -strip -colors 192 PNG8:"$output"
+echo "screenshot.sh: wrote $output"
