@@ -4,7 +4,10 @@
 #include "files/ContainerWriter.h"
 #include "files/StoredName.h"
 
+#include <cerrno>
+#include <filesystem>
 #include <sys/stat.h>
+#include <system_error>
 
 namespace kelvora {
 
@@ -74,6 +77,10 @@ FileJobResult EncryptFiles(const EncryptRequest& request, FileJobObserver& obser
     }
     if (FileJobResult refused = CheckStoredNames(names, request.entries); !refused.ok()) {
         return refused;
+    }
+    std::error_code error;
+    if (std::filesystem::is_directory(request.outputPath, error)) {
+        return Failure(FileError::WriteFailed, 0, 0, request.outputPath, EISDIR);
     }
     const bool replace = PathExists(request.outputPath);
     if (replace && !observer.AskReplaceContainer(request.outputPath)) {

@@ -56,6 +56,22 @@ template <typename Io> bool MoveAll(std::size_t total, int& error, Io io) {
     return true;
 }
 
+// RenameWithoutReplacing never replaces a file that appeared meanwhile. File systems without
+// RENAME_NOREPLACE get the same guarantee from a hard link, which fails when the name exists.
+bool RenameWithoutReplacing(const std::string& from, const std::string& to) {
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
+        return true;
+    }
+    if (errno != EINVAL && errno != ENOSYS) {
+        return false;
+    }
+    if (::link(from.c_str(), to.c_str()) != 0) {
+        return false;
+    }
+    ::unlink(from.c_str());
+    return true;
+}
+
 } // namespace
 
 InputFile::~InputFile() {
@@ -127,10 +143,8 @@ bool TempOutputFile::Commit(bool replace) {
         m_error = errno;
         return false;
     }
-    const int renamed = replace ? ::rename(m_tempPath.c_str(), m_finalPath.c_str())
-                                : ::renameat2(AT_FDCWD, m_tempPath.c_str(), AT_FDCWD,
-                                              m_finalPath.c_str(), RENAME_NOREPLACE);
-    if (renamed != 0) {
+    if (!(replace ? ::rename(m_tempPath.c_str(), m_finalPath.c_str()) == 0
+                  : RenameWithoutReplacing(m_tempPath, m_finalPath))) {
         m_error = errno;
         return false;
     }
