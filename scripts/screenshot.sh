@@ -10,7 +10,7 @@ output=${2:?usage: screenshot.sh <kelvora binary> <output png> [language] [argum
 language=${3:-en_US}
 shift $(( $# < 3 ? $# : 3 ))
 
-for tool in Xvfb import convert; do
+for tool in Xvfb import convert identify; do
   command -v "$tool" >/dev/null || { echo "screenshot.sh: $tool is missing (run make deps)" >&2; exit 1; }
 done
 
@@ -33,14 +33,22 @@ for _ in $(seq 50); do
   sleep 0.1
 done
 
-# A plain grey desk, so the rounded corners show against it.
 DISPLAY=$display LANG=$language.UTF-8 LC_ALL=$language.UTF-8 QT_QPA_PLATFORM=xcb \
   "$binary" "$@" >/dev/null 2>&1 &
 app_pid=$!
 sleep 3
 
 DISPLAY=$display import -window root "$workdir/screen.png"
-# Crop to what differs from the black desk, with a margin, and shrink the palette.
-convert "$workdir/screen.png" -background '#2f3640' -flatten -fuzz 2% -trim +repage \
-  -bordercolor '#2f3640' -border 16 -strip -colors 192 PNG8:"$output"
+# Crop to the window (the desk is black), then paint the desk behind the rounded corners
+# a calm grey by flooding it from the four corners, and keep the palette small.
+desk='#2f3640'
+convert "$workdir/screen.png" -trim +repage -bordercolor black -border 24 "$workdir/framed.png"
+size=$(identify -format '%w %h' "$workdir/framed.png")
+width=${size% *}
+height=${size#* }
+convert "$workdir/framed.png" -fill "$desk" -fuzz 1% \
+  -floodfill +0+0 black -floodfill +$((width - 1))+0 black \
+  -floodfill +0+$((height - 1)) black -floodfill +$((width - 1))+$((height - 1)) black \
+  "$workdir/framed.png"
+convert "$workdir/framed.png" -strip +dither -colors 256 PNG8:"$output"
 echo "screenshot.sh: wrote $output"

@@ -13,6 +13,7 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -27,6 +28,7 @@ namespace {
 
 constexpr int kCountInterval = 125; // milliseconds between two steps of the busy animation
 constexpr int kCardMargin = 16;
+constexpr int kLogoSide = 30;
 constexpr int kPagesMinimumHeight = 260;
 constexpr int kControlBoxTipId = 500;
 constexpr int kFirstFlagTipId = 501; // German, English, Spanish, French
@@ -101,6 +103,7 @@ QWidget* Stacked(std::initializer_list<QWidget*> widgets, QWidget* parent) {
 void FCrypt::BuildWindow() {
     setObjectName(QStringLiteral("FCrypt"));
     setWindowTitle(QStringLiteral("Kelvora"));
+    setWindowIcon(QIcon(LogoPixmap(64, 1.0)));
     setStyleSheet(theme::StyleSheet());
 
     m_background = new ucShape(this);
@@ -141,6 +144,11 @@ QWidget* FCrypt::BuildHeader() {
     auto* row = new QHBoxLayout(header);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(4);
+    auto* logo = new QLabel(header);
+    logo->setObjectName(QStringLiteral("ImgLogo"));
+    logo->setPixmap(LogoPixmap(kLogoSide, devicePixelRatioF()));
+    row->addWidget(logo);
+    row->addSpacing(8);
     auto* title = new QLabel(QStringLiteral("Kelvora"), header);
     title->setObjectName(QStringLiteral("LblTitle"));
     title->setProperty("role", QStringLiteral("title"));
@@ -260,7 +268,8 @@ QWidget* FCrypt::BuildPassphraseArea() {
     grid->setContentsMargins(kCardMargin, 12, kCardMargin, 14);
     grid->setHorizontalSpacing(10);
     grid->setVerticalSpacing(8);
-    grid->addWidget(Caption(QStringLiteral("Label4"), 149, card), 0, 0, 1, 2);
+    grid->addWidget(Caption(QStringLiteral("Label4"), 149, card, QStringLiteral("prompt")), 0, 0, 1,
+                    2);
 
     m_txtCode = Edit(QStringLiteral("TxtCode"), card);
     m_cmdPassgen = Button(QStringLiteral("cmdPassgen"), 155, card);

@@ -15,6 +15,7 @@ QString StyleSheet() {
         QWidget { color: %1; font-size: 10pt; }
         QLabel[role="caption"] { color: %2; font-weight: bold; }
         QLabel[role="hint"] { color: %2; }
+        QLabel[role="prompt"] { color: %1; }
         QLabel[role="title"] { color: %4; font-size: 17pt; font-weight: bold; }
         QLabel[role="link"] { color: %4; text-decoration: underline; }
         QLabel[role="link"]:hover { color: %5; }

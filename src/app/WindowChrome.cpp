@@ -154,6 +154,31 @@ void ControlBox::leaveEvent(QEvent*) {
     update();
 }
 
+QPixmap LogoPixmap(int side, qreal devicePixelRatio) {
+    QPixmap pixmap(QSize(side, side) * devicePixelRatio);
+    pixmap.setDevicePixelRatio(devicePixelRatio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const qreal unit = side / 28.0;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(theme::kAccent);
+    painter.drawRoundedRect(QRectF(0, 0, side, side), 7 * unit, 7 * unit);
+    painter.setPen(QPen(Qt::white, 2.4 * unit, Qt::SolidLine, Qt::RoundCap));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawArc(QRectF(9 * unit, 5 * unit, 10 * unit, 12 * unit), 0, 180 * 16);
+    painter.drawLine(QPointF(9 * unit, 11 * unit), QPointF(9 * unit, 13 * unit));
+    painter.drawLine(QPointF(19 * unit, 11 * unit), QPointF(19 * unit, 13 * unit));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Qt::white);
+    painter.drawRoundedRect(QRectF(6.5 * unit, 12.5 * unit, 15 * unit, 11 * unit), 2 * unit,
+                            2 * unit);
+    painter.setBrush(theme::kAccent);
+    painter.drawEllipse(QPointF(14 * unit, 17 * unit), 1.7 * unit, 1.7 * unit);
+    painter.drawRect(QRectF(13.3 * unit, 17 * unit, 1.4 * unit, 3.6 * unit));
+    return pixmap;
+}
+
 void ShowCaption(QWidget* form, bool show) {
     const bool wasVisible = form->isVisible();
     form->setWindowFlag(Qt::FramelessWindowHint, !show);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QPixmap>
 #include <QRegion>
 #include <QWidget>
 
@@ -57,6 +58,9 @@ protected:
 private:
     int m_hoverPart = -1; // 0 minimise, 1 close
 };
+
+// LogoPixmap is the program's mark: a padlock on an accent-coloured rounded square.
+QPixmap LogoPixmap(int side, qreal devicePixelRatio);
 
 // ShowCaption adds or removes the title bar of a top-level window.
 void ShowCaption(QWidget* form, bool show);
