@@ -28,25 +28,30 @@ Bytes EncodeIndex(std::span<const std::int64_t> byteCounts) {
     return index;
 }
 
-std::optional<std::int64_t> DecodeBase255(std::span<const std::uint8_t> digits) {
-    std::int64_t value = 0;
-    std::int64_t weight = 1;
-    bool weightOverflowed = false;
-    for (const std::uint8_t digit : digits) {
-        if (digit != 0) {
-            if (weightOverflowed || digit > (kInt64Max - value) / weight) {
-                return std::nullopt;
-            }
-            value += digit * weight;
+bool Base255Accumulator::Add(std::uint8_t digit) {
+    if (digit != 0) {
+        if (m_weightOverflowed || digit > (kInt64Max - m_value) / m_weight) {
+            return false;
         }
-        // A higher digit position past the range only matters if a later digit is not 0.
-        if (weight > kInt64Max / kRadix) {
-            weightOverflowed = true;
-        } else {
-            weight *= kRadix;
+        m_value += digit * m_weight;
+    }
+    // A digit position past the range only matters when a later digit is not 0.
+    if (m_weight > kInt64Max / kRadix) {
+        m_weightOverflowed = true;
+    } else {
+        m_weight *= kRadix;
+    }
+    return true;
+}
+
+std::optional<std::int64_t> DecodeBase255(std::span<const std::uint8_t> digits) {
+    Base255Accumulator value;
+    for (const std::uint8_t digit : digits) {
+        if (!value.Add(digit)) {
+            return std::nullopt;
         }
     }
-    return value;
+    return value.Value();
 }
 
 std::optional<IndexTail> ParseIndexTail(std::span<const std::uint8_t> tail) {
@@ -68,34 +73,31 @@ std::optional<std::vector<std::int64_t>> SplitIndex(std::span<const std::uint8_t
         return std::nullopt;
     }
     std::vector<std::int64_t> counts;
-    std::size_t groupStart = 0;
-    for (std::size_t i = 0; i < index.size(); ++i) {
-        if (index[i] != kIndexSeparator) {
-            continue;
-        }
-        const auto count = DecodeBase255(index.subspan(groupStart, i - groupStart));
-        if (!count) {
+    IndexWalker walker(std::numeric_limits<std::int64_t>::max());
+    for (const std::uint8_t byte : index) {
+        const IndexWalker::Step step = walker.Feed(byte);
+        if (step == IndexWalker::Step::Garbled) {
             return std::nullopt;
         }
-        counts.push_back(*count);
-        groupStart = i + 1;
+        if (step == IndexWalker::Step::File) {
+            counts.push_back(walker.File().byteCount);
+        }
     }
     return counts;
 }
 
-std::optional<std::vector<FileRange>> RangesFromCounts(std::span<const std::int64_t> byteCounts,
-                                                       std::int64_t recordsEnd) {
-    std::vector<FileRange> ranges;
-    ranges.reserve(byteCounts.size());
-    std::int64_t offset = 0;
-    for (const std::int64_t count : byteCounts) {
-        if (count < 0 || count > recordsEnd - offset) {
-            return std::nullopt;
-        }
-        ranges.push_back(FileRange{offset, count});
-        offset += count;
+IndexWalker::Step IndexWalker::Feed(std::uint8_t byte) {
+    if (byte != kIndexSeparator) {
+        return m_count.Add(byte) ? Step::Digit : Step::Garbled;
     }
-    return ranges;
+    const std::int64_t count = m_count.Value();
+    m_count.Reset();
+    if (count > m_recordsEnd - m_nextOffset) {
+        return Step::Garbled;
+    }
+    m_file = FileRange{m_nextIndex++, m_nextOffset, count};
+    m_nextOffset += count;
+    return Step::File;
 }
 
 } // namespace kelvora

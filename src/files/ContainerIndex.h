@@ -26,6 +26,21 @@ void AppendBase255(Bytes& out, std::int64_t value);
 // no bytes at all. Counts must not be negative.
 [[nodiscard]] Bytes EncodeIndex(std::span<const std::int64_t> byteCounts);
 
+// Base255Accumulator adds up base-255 digits, least significant first, and notices when the
+// value leaves the signed 64-bit range.
+class Base255Accumulator {
+public:
+    // Add takes the next digit; false once the value no longer fits.
+    [[nodiscard]] bool Add(std::uint8_t digit);
+    std::int64_t Value() const { return m_value; }
+    void Reset() { *this = Base255Accumulator(); }
+
+private:
+    std::int64_t m_value = 0;
+    std::int64_t m_weight = 1;
+    bool m_weightOverflowed = false;
+};
+
 // DecodeBase255 reads digits, least significant first. It gives nothing when the value does
 // not fit a signed 64-bit integer.
 [[nodiscard]] std::optional<std::int64_t> DecodeBase255(std::span<const std::uint8_t> digits);
@@ -46,15 +61,34 @@ struct IndexTail {
 [[nodiscard]] std::optional<std::vector<std::int64_t>>
 SplitIndex(std::span<const std::uint8_t> index);
 
-// FileRange is the part of the container that one file's records take.
+// FileRange is the part of the container that one file's records take; index counts the
+// files from 0 in index order.
 struct FileRange {
+    std::size_t index = 0;
     std::int64_t offset = 0;
     std::int64_t byteCount = 0;
 };
 
-// RangesFromCounts lays the files' records end to end from offset 0. It gives nothing when
-// their sum overflows or passes recordsEnd (where the index starts).
-[[nodiscard]] std::optional<std::vector<FileRange>>
-RangesFromCounts(std::span<const std::int64_t> byteCounts, std::int64_t recordsEnd);
+// IndexWalker lays the files' records end to end from offset 0 while it is fed the index
+// byte by byte, so that an index of any length is read in constant memory.
+class IndexWalker {
+public:
+    enum class Step {
+        Digit,   // part of a count
+        File,    // a separator closed a count: File() holds its range
+        Garbled, // a count overflows or the records would pass recordsEnd
+    };
+
+    explicit IndexWalker(std::int64_t recordsEnd) : m_recordsEnd(recordsEnd) {}
+    [[nodiscard]] Step Feed(std::uint8_t byte);
+    const FileRange& File() const { return m_file; }
+
+private:
+    std::int64_t m_recordsEnd;
+    std::int64_t m_nextOffset = 0;
+    std::size_t m_nextIndex = 0;
+    Base255Accumulator m_count;
+    FileRange m_file;
+};
 
 } // namespace kelvora

@@ -67,19 +67,20 @@ FileJobResult ListContainer(const DecryptRequest& request, std::vector<Container
     if (FileJobResult opened = session.Open(request); !opened.ok()) {
         return opened;
     }
-    const auto& files = session.Reader().Files();
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        if (files[i].byteCount == 0) {
+    ContainerReader& reader = session.Reader();
+    reader.Rewind();
+    for (FileRange range; reader.NextFile(range);) {
+        if (range.byteCount == 0) {
             continue;
         }
         std::string name;
-        const SizeScan scan = PlainBytesOfFile(session, files[i], name);
+        const SizeScan scan = PlainBytesOfFile(session, range, name);
         if (scan.error != FileError::None) {
-            return Failure(scan.error, i, scan.chunk, DisplayName(name));
+            return Failure(scan.error, range.index, scan.chunk, DisplayName(name));
         }
         entries.push_back(ContainerEntry{DisplayName(name), scan.plainBytes});
     }
-    return {};
+    return WalkResult(reader, request.containerPath);
 }
 
 FileJobResult TestContainer(const DecryptRequest& request, FileJobObserver& observer) {
@@ -87,14 +88,16 @@ FileJobResult TestContainer(const DecryptRequest& request, FileJobObserver& obse
     if (FileJobResult opened = session.Open(request); !opened.ok()) {
         return opened;
     }
-    const auto& files = session.Reader().Files();
-    observer.OnJobStarted(files.size(), ContainerBytes(files));
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        if (files[i].byteCount == 0) {
+    ContainerReader& reader = session.Reader();
+    observer.OnJobStarted(reader.FileCount(), reader.RecordsBytes());
+    reader.Rewind();
+    for (FileRange range; reader.NextFile(range);) {
+        if (range.byteCount == 0) {
             continue;
         }
+        const std::size_t i = range.index;
         FirstRecord first;
-        FileError error = session.Decryptor().ReadFirst(files[i], first);
+        FileError error = session.Decryptor().ReadFirst(range, first);
         const std::string shown = DisplayName(first.ansiName);
         if (error == FileError::None && first.kind != FirstRecordKind::Inconsistent) {
             observer.OnFileStarted(i, shown);
@@ -102,7 +105,7 @@ FileJobResult TestContainer(const DecryptRequest& request, FileJobObserver& obse
                 return Failure(FileError::UnsafeName, i, 1, shown, 0);
             }
             NullSink nowhere;
-            error = session.Decryptor().Restore(files[i], nowhere);
+            error = session.Decryptor().Restore(range, nowhere);
         } else if (error == FileError::None) {
             error = FileError::DamagedData;
         }
@@ -111,7 +114,7 @@ FileJobResult TestContainer(const DecryptRequest& request, FileJobObserver& obse
         }
         observer.OnFileDone(i, shown);
     }
-    return {};
+    return WalkResult(reader, request.containerPath);
 }
 
 } // namespace kelvora

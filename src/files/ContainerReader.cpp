@@ -8,6 +8,13 @@
 
 namespace kelvora {
 
+namespace {
+
+// The index is read in pieces of this size.
+constexpr std::size_t kIndexPieceBytes = 65536;
+
+} // namespace
+
 FileError ContainerReader::Open(const std::string& path) {
     if (!m_file.Open(path)) {
         return FileError::ReadFailed;
@@ -24,26 +31,62 @@ FileError ContainerReader::Open(const std::string& path) {
     if (!indexTail) {
         return FileError::NoUsableContent;
     }
-    const std::int64_t indexEnd = size - static_cast<std::int64_t>(indexTail->digitBytes);
-    const std::int64_t indexLength = indexTail->indexLength;
-    // The index cannot be longer than a few bytes per file of the records before it.
-    if (indexLength < 1 || indexLength > indexEnd) {
+    m_indexEnd = size - static_cast<std::int64_t>(indexTail->digitBytes);
+    if (indexTail->indexLength < 1 || indexTail->indexLength > m_indexEnd) {
         return FileError::NoUsableContent;
     }
-    Bytes index(static_cast<std::size_t>(indexLength));
-    if (!m_file.ReadAt(indexEnd - indexLength, index)) {
+    m_indexStart = m_indexEnd - indexTail->indexLength;
+    Rewind();
+    FileRange range;
+    WalkStep step = WalkStep::End;
+    while ((step = Walk(range)) == WalkStep::File) {
+        ++m_fileCount;
+        m_recordsBytes = range.offset + range.byteCount;
+    }
+    if (m_walkFailed) {
         return FileError::ReadFailed;
     }
-    const auto counts = SplitIndex(index);
-    if (!counts) {
-        return FileError::NoUsableContent;
+    return step == WalkStep::Garbled ? FileError::NoUsableContent : FileError::None;
+}
+
+void ContainerReader::Rewind() {
+    // The records end where the index starts.
+    m_walker = IndexWalker(m_indexStart);
+    m_walkAt = m_indexStart;
+    m_piece.clear();
+    m_pieceAt = 0;
+    m_walkFailed = false;
+}
+
+ContainerReader::WalkStep ContainerReader::Walk(FileRange& range) {
+    while (true) {
+        if (m_pieceAt == m_piece.size()) {
+            if (m_walkAt == m_indexEnd) {
+                return WalkStep::End; // the index ends with a separator: no count is left open
+            }
+            m_piece.resize(static_cast<std::size_t>(
+                std::min<std::int64_t>(m_indexEnd - m_walkAt, kIndexPieceBytes)));
+            if (!m_file.ReadAt(m_walkAt, m_piece)) {
+                m_walkFailed = true;
+                return WalkStep::Garbled;
+            }
+            m_walkAt += static_cast<std::int64_t>(m_piece.size());
+            m_pieceAt = 0;
+        }
+        switch (m_walker.Feed(m_piece[m_pieceAt++])) {
+        case IndexWalker::Step::Digit:
+            break;
+        case IndexWalker::Step::File:
+            range = m_walker.File();
+            return WalkStep::File;
+        case IndexWalker::Step::Garbled:
+            return WalkStep::Garbled;
+        }
     }
-    auto ranges = RangesFromCounts(*counts, indexEnd - indexLength);
-    if (!ranges) {
-        return FileError::NoUsableContent;
-    }
-    m_files = std::move(*ranges);
-    return FileError::None;
+}
+
+bool ContainerReader::NextFile(FileRange& range) {
+    return Walk(range) == WalkStep::File;
 }
 
 std::int64_t ContainerReader::PayloadLength(std::int64_t offset, std::int64_t rangeEnd) {

@@ -16,13 +16,23 @@ namespace kelvora {
 // checking every length against the file's range before it reads or allocates.
 class ContainerReader {
 public:
-    // Open reads the container's index. A container below 4 bytes, one whose last 101
-    // bytes hold no byte 255, or an index that overflows or does not fit gives
-    // NoUsableContent; a file-system error gives ReadFailed (errno in LastError).
+    // Open finds the container's index and walks it once to check it. A container below 4
+    // bytes, one whose last 101 bytes hold no byte 255, or an index that overflows or does
+    // not fit gives NoUsableContent; a file-system error gives ReadFailed (errno in
+    // LastError).
     [[nodiscard]] FileError Open(const std::string& path);
 
-    const std::vector<FileRange>& Files() const { return m_files; }
+    std::size_t FileCount() const { return m_fileCount; }
+    // RecordsBytes is the size of all records together, the measure of a job's progress.
+    std::int64_t RecordsBytes() const { return m_recordsBytes; }
     int LastError() const { return m_file.LastError(); }
+
+    // Rewind starts a walk over the files in index order; NextFile gives the next one's
+    // range, or false at the end or when the index can no longer be read (WalkFailed). The
+    // index is read piece by piece, so any number of files takes constant memory.
+    void Rewind();
+    [[nodiscard]] bool NextFile(FileRange& range);
+    bool WalkFailed() const { return m_walkFailed; }
 
     // ReadRecord reads the record at offset, which must end by rangeEnd, into payload and
     // gives the offset behind it, or -1 when the record is damaged or cannot be read.
@@ -37,9 +47,19 @@ public:
 
 private:
     [[nodiscard]] std::int64_t PayloadLength(std::int64_t offset, std::int64_t rangeEnd);
+    enum class WalkStep { File, End, Garbled };
+    [[nodiscard]] WalkStep Walk(FileRange& range);
 
     InputFile m_file;
-    std::vector<FileRange> m_files;
+    std::int64_t m_indexStart = 0;
+    std::int64_t m_indexEnd = 0;
+    std::size_t m_fileCount = 0;
+    std::int64_t m_recordsBytes = 0;
+    IndexWalker m_walker{0};
+    std::int64_t m_walkAt = 0;
+    Bytes m_piece;
+    std::size_t m_pieceAt = 0;
+    bool m_walkFailed = false;
 };
 
 } // namespace kelvora

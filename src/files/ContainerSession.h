@@ -30,8 +30,9 @@ private:
     FileJobObserver& m_observer;
 };
 
-// ContainerBytes is the records' total size, the unit of a reading job's progress.
-[[nodiscard]] std::int64_t ContainerBytes(const std::vector<FileRange>& files);
+// WalkResult is how a walk over the files ended: at the end, or on a read failure.
+[[nodiscard]] FileJobResult WalkResult(const ContainerReader& reader,
+                                       const std::string& containerPath);
 
 // DisplayName turns a stored name into text for a person: UTF-8 with "/" between folders.
 [[nodiscard]] std::string DisplayName(const std::string& ansiName);

@@ -15,37 +15,36 @@ std::string DisplayName(const std::string& ansiName) {
     return name;
 }
 
-std::int64_t ContainerBytes(const std::vector<FileRange>& files) {
-    std::int64_t total = 0;
-    for (const FileRange& range : files) {
-        total += range.byteCount;
-    }
-    return total;
+FileJobResult WalkResult(const ContainerReader& reader, const std::string& containerPath) {
+    return reader.WalkFailed()
+               ? Failure(FileError::ReadFailed, 0, 0, containerPath, reader.LastError())
+               : FileJobResult{};
 }
 
 FileJobResult CheckPassphrase(ContainerReader& reader, JobCipher& cipher,
                               FileJobObserver& observer) {
     FileDecryptor decryptor(reader, cipher, observer);
-    const auto& files = reader.Files();
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        if (files[i].byteCount == 0) {
+    reader.Rewind();
+    for (FileRange range; reader.NextFile(range);) {
+        if (range.byteCount == 0) {
             continue;
         }
         FirstRecord first;
-        const FileError error = decryptor.ReadFirst(files[i], first);
+        const FileError error = decryptor.ReadFirst(range, first);
         if (error == FileError::DamagedData || first.kind == FirstRecordKind::Inconsistent) {
             // A record that cannot even be read is damage; one that reads but does not make
             // sense is what a wrong passphrase gives.
-            return Failure(error == FileError::None ? FileError::WrongPassphrase : error, i, 1);
+            return Failure(error == FileError::None ? FileError::WrongPassphrase : error,
+                           range.index, 1);
         }
         if (error != FileError::None) {
-            return Failure(error, i, 1);
+            return Failure(error, range.index, 1);
         }
         if (first.kind == FirstRecordKind::Block) {
-            break;
+            return {};
         }
     }
-    return {};
+    return WalkResult(reader, {});
 }
 
 FileJobResult ContainerSession::Open(const DecryptRequest& request) {
@@ -88,9 +87,9 @@ Target ChooseTarget(std::string& path, bool& replace, FileJobObserver& observer)
     return Target::Write;
 }
 
-FileJobResult RestoreFile(ContainerSession& session, std::size_t index, const std::string& folder,
-                          FileJobObserver& observer, bool& refused) {
-    const FileRange& range = session.Reader().Files()[index];
+FileJobResult RestoreFile(ContainerSession& session, const FileRange& range,
+                          const std::string& folder, FileJobObserver& observer, bool& refused) {
+    const std::size_t index = range.index;
     FirstRecord first;
     if (FileError error = session.Decryptor().ReadFirst(range, first); error != FileError::None) {
         return Failure(error, index, 1);
@@ -137,17 +136,22 @@ FileJobResult DecryptContainer(const DecryptRequest& request, FileJobObserver& o
     if (FileJobResult opened = session.Open(request); !opened.ok()) {
         return opened;
     }
-    const auto& files = session.Reader().Files();
-    observer.OnJobStarted(files.size(), ContainerBytes(files));
+    ContainerReader& reader = session.Reader();
+    observer.OnJobStarted(reader.FileCount(), reader.RecordsBytes());
     bool refused = false;
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        if (files[i].byteCount == 0) {
+    reader.Rewind();
+    for (FileRange range; reader.NextFile(range);) {
+        if (range.byteCount == 0) {
             continue;
         }
-        if (FileJobResult result = RestoreFile(session, i, request.outputFolder, observer, refused);
+        if (FileJobResult result =
+                RestoreFile(session, range, request.outputFolder, observer, refused);
             !result.ok()) {
             return result;
         }
+    }
+    if (FileJobResult walked = WalkResult(reader, request.containerPath); !walked.ok()) {
+        return walked;
     }
     return refused ? Failure(FileError::UnsafeName) : FileJobResult{};
 }

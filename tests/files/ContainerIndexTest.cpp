@@ -71,16 +71,27 @@ TEST(ContainerIndex, IndexMustEndInASeparator) {
     EXPECT_FALSE(SplitIndex(Bytes{3, 255, 4}));
 }
 
-TEST(ContainerIndex, RangesLieEndToEndWithinTheRecords) {
-    const std::vector<std::int64_t> counts{10, 0, 5};
-    const auto ranges = RangesFromCounts(counts, 15);
-    ASSERT_TRUE(ranges);
-    ASSERT_EQ(ranges->size(), 3u);
-    EXPECT_EQ((*ranges)[2].offset, 10);
-    EXPECT_EQ((*ranges)[2].byteCount, 5);
-    EXPECT_FALSE(RangesFromCounts(counts, 14));
+TEST(ContainerIndex, WalkerLaysRangesEndToEndWithinTheRecords) {
+    using Step = IndexWalker::Step;
+    IndexWalker walker(15);
+    std::vector<FileRange> ranges;
+    std::vector<Step> steps;
+    for (const std::uint8_t byte : Bytes{10, 255, 255, 5, 255, 1, 255}) {
+        steps.push_back(walker.Feed(byte));
+        if (steps.back() == Step::File) {
+            ranges.push_back(walker.File());
+        }
+    }
+    // The last count would pass the end of the records.
+    EXPECT_EQ(steps, (std::vector<Step>{Step::Digit, Step::File, Step::File, Step::Digit,
+                                        Step::File, Step::Digit, Step::Garbled}));
+    ASSERT_EQ(ranges.size(), 3u);
+    EXPECT_EQ(ranges[1].index, 1u);
+    EXPECT_EQ(ranges[1].byteCount, 0);
+    EXPECT_EQ(ranges[2].offset, 10);
+    EXPECT_EQ(ranges[2].byteCount, 5);
     const std::vector<std::int64_t> huge{std::numeric_limits<std::int64_t>::max(), 1};
-    EXPECT_FALSE(RangesFromCounts(huge, std::numeric_limits<std::int64_t>::max()));
+    EXPECT_FALSE(SplitIndex(EncodeIndex(huge)));
 }
 
 } // namespace

@@ -24,7 +24,8 @@ std::vector<std::vector<Bytes>> RecordsOf(const std::string& container) {
     ContainerReader reader;
     EXPECT_EQ(reader.Open(container), FileError::None);
     std::vector<std::vector<Bytes>> files;
-    for (const FileRange& range : reader.Files()) {
+    reader.Rewind();
+    for (FileRange range; reader.NextFile(range);) {
         files.emplace_back();
         for (std::int64_t at = range.offset; at < range.offset + range.byteCount;) {
             Bytes payload;

@@ -69,6 +69,19 @@ INSTANTIATE_TEST_SUITE_P(
                     },
                     FileError::None,
                     {"a.txt"}},
+        HostileCase{"IndexLongerThanOneReadPiece",
+                    {{"a.txt", kSome}},
+                    {0, 0},
+                    [](Bytes& c) {
+                        const std::int64_t count = static_cast<std::int64_t>(c.size()) - 3;
+                        c.resize(static_cast<std::size_t>(count));
+                        std::vector<std::int64_t> counts(70000, 0);
+                        counts.push_back(count);
+                        const Bytes index = EncodeIndex(counts);
+                        c.insert(c.end(), index.begin(), index.end());
+                    },
+                    FileError::None,
+                    {"a.txt"}},
         HostileCase{"ThreeBytes",
                     {},
                     {},
