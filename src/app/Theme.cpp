@@ -19,6 +19,7 @@ QString StyleSheet() {
         QLabel[role="title"] { color: %4; font-size: 17pt; font-weight: bold; }
         QLabel[role="link"] { color: %4; text-decoration: underline; }
         QLabel[role="link"]:hover { color: %5; }
+        QLabel[role="link"]:disabled { color: %2; }
         QFrame[role="card"] { background: %6; border: 1px solid %3; border-radius: 10px; }
         QPlainTextEdit, QLineEdit, QListWidget {
             background: %6; border: 1px solid %3; border-radius: 6px; padding: 4px 6px;
