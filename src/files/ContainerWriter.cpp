@@ -26,63 +26,29 @@ bool WriteRecord(ByteSink& container, const Bytes& payload) {
     return container.Write(lastIndex) && container.Write(payload);
 }
 
-// ChunkReader reads a file's data in the pieces its chunks take.
-class ChunkReader {
-public:
-    ChunkReader(InputFile& input, std::size_t nameBytes)
-        : m_input(input), m_remaining(input.Size()), m_room(FirstChunkRoom(nameBytes)) {}
-
-    // Read gives the next chunk's data, or false with errno in the input on failure.
-    bool Read(Bytes& data) {
-        const auto take = std::min<std::int64_t>(m_remaining, static_cast<std::int64_t>(m_room));
-        data.resize(static_cast<std::size_t>(take));
-        m_remaining -= take;
-        m_room = kChunkBytes;
-        return m_input.ReadExact(data);
-    }
-
-private:
-    InputFile& m_input;
-    std::int64_t m_remaining;
-    std::size_t m_room;
-};
-
-// Discarder drops the chunks still in flight when a file ends early.
-struct Discarder {
-    ParallelCompressor& compressor;
-    ~Discarder() { compressor.DiscardInFlight(); }
-};
-
 } // namespace
 
-AppendResult AppendFileToContainer(const std::string& inputPath, const std::string& ansiStoredName,
+AppendResult AppendFileToContainer(ChunkFeed& feed, const std::string& ansiStoredName,
                                    ByteSink& container, JobCipher& cipher, RandomSource& random,
                                    ParallelCompressor& compressor, FileJobObserver& observer) {
-    AppendResult result;
-    InputFile input;
-    if (!input.Open(inputPath)) {
-        return AppendResult{FileError::ReadFailed, 0, 0, input.LastError()};
+    const ChunkFeed::OpenedFile opened = feed.TakeOpenedFile();
+    if (opened.openError != 0) {
+        return AppendResult{FileError::ReadFailed, 0, 0, opened.openError};
     }
-    const std::int64_t chunkCount = ChunkCount(input.Size(), ansiStoredName.size());
+    const std::int64_t chunkCount = ChunkCount(opened.size, ansiStoredName.size());
     observer.OnProgressRange(chunkCount + 1);
     observer.OnProgress(0);
 
-    const Discarder discarder{compressor};
-    ChunkReader reader(input, ansiStoredName.size());
-    std::int64_t submitted = 0;
+    AppendResult result;
     Bytes plain = StreamHeader(ansiStoredName, random);
     for (std::int64_t chunk = 1; chunk <= chunkCount; ++chunk) {
         result.chunk = chunk;
-        // Read ahead so that the workers compress later chunks while this one is enciphered.
-        while (submitted < chunkCount && compressor.InFlight() < compressor.Depth()) {
-            Bytes data;
-            if (!reader.Read(data)) {
-                return AppendResult{FileError::ReadFailed, 0, submitted + 1, input.LastError()};
-            }
-            compressor.Submit(std::move(data));
-            ++submitted;
-        }
+        // Keep the workers busy with later chunks while this one is enciphered.
+        feed.Fill();
         ParallelCompressor::CompressedChunk compressed = compressor.Next();
+        if (compressed.readError != 0) {
+            return AppendResult{FileError::ReadFailed, 0, chunk, compressed.readError};
+        }
         if (compressed.failed) {
             return AppendResult{FileError::CompressFailed, 0, chunk, 0};
         }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/Random.h"
+#include "files/ChunkFeed.h"
 #include "files/FileError.h"
 #include "files/FileIo.h"
 #include "files/JobCipher.h"
@@ -20,14 +21,15 @@ struct AppendResult {
     int systemError = 0;
 };
 
-// AppendFileToContainer reads inputPath as a stream (salt from random, tail byte, name
-// length, ansiStoredName, data), compresses the data chunk by chunk on the compressor's
-// workers, enciphers each chunk in order with the job's prepared key and writes the records
-// to container. Memory stays constant whatever the file's size. On failure or cancel it stops at
-// once; the caller discards the container. The stored name must be at most 255 bytes.
-[[nodiscard]] AppendResult
-AppendFileToContainer(const std::string& inputPath, const std::string& ansiStoredName,
-                      ByteSink& container, JobCipher& cipher, RandomSource& random,
-                      ParallelCompressor& compressor, FileJobObserver& observer);
+// AppendFileToContainer writes the next file of the feed as a stream (salt from random, tail
+// byte, name length, ansiStoredName, data): it takes the file's chunks compressed, in order,
+// enciphers each with the job's prepared key and writes the records to container. Memory
+// stays constant whatever the file's size. On failure or cancel it stops at once; the caller
+// ends the run and discards the container. The stored name must be at most 255 bytes.
+[[nodiscard]] AppendResult AppendFileToContainer(ChunkFeed& feed, const std::string& ansiStoredName,
+                                                 ByteSink& container, JobCipher& cipher,
+                                                 RandomSource& random,
+                                                 ParallelCompressor& compressor,
+                                                 FileJobObserver& observer);
 
 } // namespace kelvora

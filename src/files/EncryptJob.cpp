@@ -46,11 +46,16 @@ FileJobResult AppendAll(const EncryptRequest& request, const std::vector<std::st
         return Failure(FileError::NothingToDo);
     }
     ParallelCompressor compressor(ParallelCompressor::WorkersForThisMachine());
+    std::vector<ChunkFeed::Input> inputs;
+    for (std::size_t i = 0; i < request.entries.size(); ++i) {
+        inputs.push_back(ChunkFeed::Input{request.entries[i].path, names[i].size()});
+    }
+    ChunkFeed feed(std::move(inputs), compressor);
     std::vector<std::int64_t> byteCounts;
     for (std::size_t i = 0; i < request.entries.size(); ++i) {
         const std::string& path = request.entries[i].path;
         observer.OnFileStarted(i, path);
-        const AppendResult appended = AppendFileToContainer(path, names[i], container, cipher,
+        const AppendResult appended = AppendFileToContainer(feed, names[i], container, cipher,
                                                             *request.random, compressor, observer);
         if (appended.error != FileError::None) {
             return Failure(appended.error, i, appended.chunk, path, appended.systemError);

@@ -37,15 +37,17 @@ std::size_t ParallelCompressor::WorkersForThisMachine() {
 
 void ParallelCompressor::Compress(CompressedChunk& chunk) {
     chunk.block.clear();
-    chunk.failed = !chunk.data.empty() && CompressBlock(chunk.data, chunk.block) == 0;
+    chunk.failed =
+        chunk.readError == 0 && !chunk.data.empty() && CompressBlock(chunk.data, chunk.block) == 0;
 }
 
-void ParallelCompressor::Submit(Bytes data) {
+void ParallelCompressor::Submit(Bytes data, int readError) {
     {
         std::lock_guard lock(m_mutex);
         Slot slot;
         slot.sequence = m_submitted++;
         slot.chunk.data = std::move(data);
+        slot.chunk.readError = readError;
         m_slots.push_back(std::move(slot));
     }
     m_work.notify_one();
@@ -64,12 +66,6 @@ ParallelCompressor::CompressedChunk ParallelCompressor::Next() {
     m_slots.pop_front();
     ++m_taken;
     return chunk;
-}
-
-void ParallelCompressor::DiscardInFlight() {
-    while (InFlight() > 0) {
-        (void)Next();
-    }
 }
 
 void ParallelCompressor::WorkerLoop() {

@@ -15,15 +15,18 @@ namespace kelvora {
 // ParallelCompressor compresses chunks on worker threads while the caller enciphers and
 // writes earlier ones; compression dominates the time of an encryption. Blocks come back
 // in the order the chunks went in. Each chunk in flight holds its data and its block, so
-// memory stays bounded by the caller's limit on chunks in flight.
+// memory stays bounded by the caller's limit on chunks in flight. Chunks not taken when it
+// is destroyed are dropped.
 class ParallelCompressor {
 public:
     // CompressedChunk is one chunk's result: its compressed block (empty for empty data or
-    // a zlib failure, told apart by failed) and its data, handed back for reuse.
+    // a zlib failure, told apart by failed) and its data. A chunk that could not be read
+    // passes through with its errno in readError.
     struct CompressedChunk {
         Bytes data;
         Bytes block;
         bool failed = false;
+        int readError = 0;
     };
 
     // workers 0 compresses on the calling thread at Next.
@@ -35,13 +38,11 @@ public:
     // WorkersForThisMachine is one worker per processor: the caller's thread mostly waits.
     static std::size_t WorkersForThisMachine();
 
-    // Submit queues a chunk's data for compression.
-    void Submit(Bytes data);
+    // Submit queues a chunk's data for compression, or a chunk that could not be read.
+    void Submit(Bytes data, int readError = 0);
     // Next waits for the oldest submitted chunk that has not been taken yet.
     [[nodiscard]] CompressedChunk Next();
     std::size_t InFlight() const { return static_cast<std::size_t>(m_submitted - m_taken); }
-    // DiscardInFlight waits for and drops every chunk not taken yet (after a failure).
-    void DiscardInFlight();
     // Depth is how many chunks to keep in flight so that no worker waits.
     std::size_t Depth() const { return m_workers.size() + 1; }
 

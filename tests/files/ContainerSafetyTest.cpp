@@ -6,6 +6,8 @@
 #include "files/EncryptJob.h"
 #include "files/LittleEndian.h"
 
+#include <cerrno>
+#include <filesystem>
 #include <gtest/gtest.h>
 
 namespace kelvora {
@@ -232,6 +234,27 @@ TEST(EncryptFiles, RefusesNamesOtherCopiesCannotReadBeforeWriting) {
     EXPECT_EQ(result.error, FileError::NameTooLong);
     EXPECT_FALSE(PathExists(scratch / "c.vexo"));
     EXPECT_EQ(EncryptPaths({}, scratch / "c.vexo", observer).error, FileError::NothingToDo);
+}
+
+TEST(EncryptFiles, AnInputThatVanishedIsReportedAtItsPlaceAndLeavesNoContainer) {
+    ScratchFolder scratch;
+    for (const char* name : {"a.txt", "b.txt", "c.txt"}) {
+        WriteFile(scratch / name, PatternBytes(3000, 1));
+    }
+    InputList list;
+    (void)list.AddListPath(scratch.Path());
+    std::filesystem::remove(scratch / "b.txt");
+    const SecretBytes key = MakePassphraseKey(kPassphrase);
+    FixedRandom random;
+    ScriptedObserver observer;
+    const FileJobResult result = EncryptFiles(
+        EncryptRequest{list.Entries(), scratch / "c.vexo", &key, &random, {}}, observer);
+    EXPECT_EQ(result.error, FileError::ReadFailed);
+    EXPECT_EQ(result.fileIndex, 1u);
+    EXPECT_EQ(result.name, scratch / "b.txt");
+    EXPECT_EQ(result.systemError, ENOENT);
+    EXPECT_EQ(observer.done.size(), 1u);
+    EXPECT_EQ(FilesBelow(scratch.Path()), (std::vector<std::string>{"a.txt", "c.txt"}));
 }
 
 struct ExistingFileCase {

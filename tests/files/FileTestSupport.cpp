@@ -92,12 +92,17 @@ Bytes BuildContainer(const std::vector<StoredFile>& files, std::vector<std::int6
     FixedRandom random;
     VectorSink sink;
     ParallelCompressor onThisThread(0);
+    std::vector<ChunkFeed::Input> feedInputs;
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        const std::string input = inputs / std::to_string(i);
+        WriteFile(input, files[i].data);
+        feedInputs.push_back(ChunkFeed::Input{input, files[i].ansiName.size()});
+    }
+    ChunkFeed feed(std::move(feedInputs), onThisThread);
     const bool countsGiven = !byteCounts.empty();
     for (const StoredFile& file : files) {
-        const std::string input = inputs / "input";
-        WriteFile(input, file.data);
         const AppendResult appended =
-            AppendFileToContainer(input, file.ansiName, sink, cipher, random, onThisThread, quiet);
+            AppendFileToContainer(feed, file.ansiName, sink, cipher, random, onThisThread, quiet);
         if (appended.error != FileError::None) {
             throw std::runtime_error("cannot build the container");
         }
