@@ -272,6 +272,7 @@ QWidget* FCrypt::BuildPassphraseArea() {
                     2);
 
     m_txtCode = Edit(QStringLiteral("TxtCode"), card);
+    m_txtCode->setStyleSheet(QStringLiteral("lineedit-password-character: 42;")); // hide as "*"
     m_cmdPassgen = Button(QStringLiteral("cmdPassgen"), 155, card);
     grid->addWidget(m_txtCode, 1, 0);
     grid->addWidget(m_cmdPassgen, 1, 1);

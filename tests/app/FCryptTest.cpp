@@ -311,10 +311,11 @@ void FCryptTest::RatingShowsEachLevelBound() {
 
 void FCryptTest::HidePassphraseMasksTheBox() {
     Harness h;
+    h.SetPassphrase(QStringLiteral("secret"));
     h.Click("ChkHPwd");
-    QCOMPARE(h.Find<QLineEdit>("TxtCode")->echoMode(), QLineEdit::Password);
+    QCOMPARE(h.Find<QLineEdit>("TxtCode")->displayText(), QStringLiteral("******"));
     h.Click("ChkHPwd");
-    QCOMPARE(h.Find<QLineEdit>("TxtCode")->echoMode(), QLineEdit::Normal);
+    QCOMPARE(h.Find<QLineEdit>("TxtCode")->displayText(), QStringLiteral("secret"));
 }
 
 void FCryptTest::CreateRandomFillsPassphraseAtTopRating() {
