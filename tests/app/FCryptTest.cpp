@@ -215,6 +215,12 @@ void FCryptTest::NoTextIsClippedInAnyLanguage() {
     Harness::Settle();
     clipped = h.ClippedControls();
     QVERIFY2(clipped.isEmpty(), qPrintable(clipped.join(QStringLiteral(", "))));
+    {
+        const WorkingGuard working(h.window); // the working panel
+        Harness::Settle();
+        clipped = h.ClippedControls();
+    }
+    QVERIFY2(clipped.isEmpty(), qPrintable(clipped.join(QStringLiteral(", "))));
 }
 
 void FCryptTest::CommandLineOpensPages_data() {
