@@ -4,7 +4,6 @@
 #include "common/JobObserver.h"
 #include "common/Random.h"
 #include "crypto/CRijndael.h"
-#include "tools/PassphraseRating.h"
 
 #include <QElapsedTimer>
 #include <QWidget>
@@ -108,7 +107,10 @@ private:
     void OnCommand1Click();
     void OnCommand2Click();
     void OnCmdCancelClick();
-    std::string AnsiPassphrase() const;
+    // TextInputsGiven shows message 114 unless both the passphrase and the text are there.
+    bool TextInputsGiven();
+    // PassphraseKey is the single-passphrase key of the text in TxtCode.
+    SecretBytes PassphraseKey() const;
     std::string AnsiResults() const;
     void ShowResults(std::string_view ansiText);
 

@@ -83,6 +83,20 @@ ProgressBar* Bar(const QString& name, int height, QWidget* parent) {
     return bar;
 }
 
+QWidget* Panel(const QString& name, QWidget* parent) {
+    auto* panel = new QWidget(parent);
+    panel->setObjectName(name);
+    return panel;
+}
+
+// Column gives holder a vertical layout without margins.
+QVBoxLayout* Column(QWidget* holder, int spacing) {
+    auto* column = new QVBoxLayout(holder);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(spacing);
+    return column;
+}
+
 // Stacked places widgets on top of each other in one cell. They keep their room when hidden,
 // so the cell is as large as the largest of them whichever is shown.
 QWidget* Stacked(std::initializer_list<QWidget*> widgets, QWidget* parent) {
@@ -176,12 +190,10 @@ QWidget* FCrypt::BuildHeader() {
 }
 
 QWidget* FCrypt::BuildTextPage() {
-    auto* page = new QWidget(this);
-    page->setObjectName(QStringLiteral("Frame_0"));
+    auto* page = Panel(QStringLiteral("Frame_0"), this);
     m_frames[0] = page;
-    auto* layout = new QVBoxLayout(page);
+    auto* layout = Column(page, 8);
     layout->setContentsMargins(0, 4, 0, 0);
-    layout->setSpacing(8);
     layout->addWidget(Caption(QStringLiteral("LblText"), 165, page));
 
     m_txtResults = new QPlainTextEdit(page);
@@ -214,22 +226,17 @@ QWidget* FCrypt::BuildTextPage() {
 }
 
 QWidget* FCrypt::BuildFilesPage() {
-    auto* page = new QWidget(this);
-    page->setObjectName(QStringLiteral("Frame_1"));
+    auto* page = Panel(QStringLiteral("Frame_1"), this);
     m_frames[1] = page;
-    auto* layout = new QVBoxLayout(page);
+    auto* layout = Column(page, 10);
     layout->setContentsMargins(0, 4, 0, 0);
-    layout->setSpacing(10);
     m_tabFileCrypt = new LightTab(page);
     m_tabFileCrypt->setObjectName(QStringLiteral("TabFileCrypt"));
     m_tabFileCrypt->SetNumberOfTabs(2);
     layout->addWidget(m_tabFileCrypt);
 
-    m_encryptPanel = new QWidget(page);
-    m_encryptPanel->setObjectName(QStringLiteral("FrameEncrypt"));
-    auto* encrypt = new QVBoxLayout(m_encryptPanel);
-    encrypt->setContentsMargins(0, 0, 0, 0);
-    encrypt->setSpacing(6);
+    m_encryptPanel = Panel(QStringLiteral("FrameEncrypt"), page);
+    auto* encrypt = Column(m_encryptPanel, 6);
     encrypt->addWidget(
         Caption(QStringLiteral("LblEncrHint"), 144, m_encryptPanel, QStringLiteral("hint")));
     encrypt->addSpacing(4);
@@ -243,11 +250,8 @@ QWidget* FCrypt::BuildFilesPage() {
     m_txtEncrFileName = Edit(QStringLiteral("TxtEncrFileName"), m_encryptPanel);
     encrypt->addWidget(m_txtEncrFileName);
 
-    m_decryptPanel = new QWidget(page);
-    m_decryptPanel->setObjectName(QStringLiteral("FrameDecrypt"));
-    auto* decrypt = new QVBoxLayout(m_decryptPanel);
-    decrypt->setContentsMargins(0, 0, 0, 0);
-    decrypt->setSpacing(6);
+    m_decryptPanel = Panel(QStringLiteral("FrameDecrypt"), page);
+    auto* decrypt = Column(m_decryptPanel, 6);
     decrypt->addWidget(Caption(QStringLiteral("LblDecrFile"), 148, m_decryptPanel));
     m_txtDecrFile = Edit(QStringLiteral("TxtDecrFile"), m_decryptPanel);
     decrypt->addWidget(m_txtDecrFile);

@@ -68,8 +68,17 @@ void FCrypt::OnCmdPassgenClick() {
     m_rating->ShowRating(TopRating(), Text(kGeneratedPassphraseMessageId));
 }
 
-std::string FCrypt::AnsiPassphrase() const {
-    return AnsiFromUtf8(m_txtCode->text().toStdString());
+bool FCrypt::TextInputsGiven() {
+    if (m_txtCode->text().isEmpty() || m_txtResults->toPlainText().isEmpty()) {
+        ShowMessage(114);
+        return false;
+    }
+    return true;
+}
+
+SecretBytes FCrypt::PassphraseKey() const {
+    const SecretString passphrase(AnsiFromUtf8(m_txtCode->text().toStdString()));
+    return MakePassphraseKey(passphrase.str());
 }
 
 std::string FCrypt::AnsiResults() const {
@@ -81,8 +90,7 @@ void FCrypt::ShowResults(std::string_view ansiText) {
 }
 
 void FCrypt::OnCommand1Click() {
-    if (m_txtCode->text().isEmpty() || m_txtResults->toPlainText().isEmpty()) {
-        ShowMessage(114);
+    if (!TextInputsGiven()) {
         return;
     }
     if (m_messages.AskOkCancel(190, Text(190), kTextReminderTitle) != MessageService::Answer::Ok) {
@@ -95,11 +103,7 @@ void FCrypt::OnCommand1Click() {
     TextJobObserver observer(*m_progressBar1);
     CRijndael cipher(&observer);
     const RunningCipher running(m_runningCipher, cipher);
-    SecretBytes key;
-    {
-        SecretString passphrase(AnsiPassphrase());
-        key = MakePassphraseKey(passphrase.str());
-    }
+    SecretBytes key = PassphraseKey();
     m_txtCode->clear();
 
     const TextResult result = EncryptText(cipher, key.bytes(), plain, m_random);
@@ -111,19 +115,14 @@ void FCrypt::OnCommand1Click() {
 }
 
 void FCrypt::OnCommand2Click() {
-    if (m_txtCode->text().isEmpty() || m_txtResults->toPlainText().isEmpty()) {
-        ShowMessage(114);
+    if (!TextInputsGiven()) {
         return;
     }
     WorkingGuard working(*this);
     TextJobObserver observer(*m_progressBar1);
     CRijndael cipher(&observer);
     const RunningCipher running(m_runningCipher, cipher);
-    SecretBytes key;
-    {
-        SecretString passphrase(AnsiPassphrase());
-        key = MakePassphraseKey(passphrase.str());
-    }
+    SecretBytes key = PassphraseKey();
 
     TextResult result = DecryptText(cipher, key.bytes(), AnsiResults());
     if (result.status == TextStatus::NotBlockAligned) {
