@@ -142,6 +142,7 @@ private slots:
     void CommandLineOpensPages_data();
     void CommandLineOpensPages();
     void UsageNamesTheProgram();
+    void TabsSwitchPages();
     void RatingShowsEachLevelBound_data();
     void RatingShowsEachLevelBound();
     void HidePassphraseMasksTheBox();
@@ -276,6 +277,23 @@ void FCryptTest::UsageNamesTheProgram() {
              QStringLiteral("Parameters for Kelvora:\nkelvora [/setEncrFiles <list of files> "
                             "/outputfile <file>]|[/setDecrFile <file>]"));
     QCOMPARE(h.Find<LightTab>("TabStr")->ActiveTab(), int(FCrypt::kTextTab));
+}
+
+void FCryptTest::TabsSwitchPages() {
+    Harness h;
+    auto* strip = h.Find<LightTab>("TabStr");
+    auto* files = h.Find<LightTab>("TabFileCrypt");
+    QTest::mouseClick(strip, Qt::LeftButton, {}, strip->TabRect(FCrypt::kFilesTab).center());
+    QVERIFY(h.Find<QWidget>("Frame_1")->isVisible());
+    QVERIFY(!h.Find<QWidget>("Frame_0")->isVisible());
+    QVERIFY(h.Find<QWidget>("LstCryptFiles")->isVisible());
+    QTest::mouseClick(files, Qt::LeftButton, {}, files->TabRect(FCrypt::kDecryptTab).center());
+    QVERIFY(h.Find<QWidget>("TxtDecrFile")->isVisible());
+    QVERIFY(!h.Find<QWidget>("LstCryptFiles")->isVisible());
+    QTest::keyClick(strip, Qt::Key_Right);
+    QVERIFY(h.Find<QWidget>("Frame_0")->isVisible());
+    QVERIFY(h.Find<QWidget>("Command2")->isVisible());
+    QVERIFY(!h.Find<QWidget>("cmdMail")->isVisible()); // until the mail window exists
 }
 
 void FCryptTest::RatingShowsEachLevelBound_data() {
