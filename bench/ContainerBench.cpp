@@ -2,8 +2,9 @@
 // many small and a few large files into one container and decrypts it again, next to
 // `tar | gpg --symmetric` and `gpg -d | tar -x` on the same corpus in the same run. Each job
 // runs as a child process; its wall time gives MB/s of plain data, wait4's ru_maxrss its
-// peak memory. With --large it instead proves that memory stays flat on a file above 2 GiB.
-// Exits 1 when a restored file differs or a kelvora job peaks at 64 MiB or more.
+// peak memory, and its CPU time shows the work done when other processes share the machine. With
+// --large it instead proves that memory stays flat on a file above 2 GiB. Exits 1 when a restored
+// file differs or a kelvora job peaks at 64 MiB or more.
 #include "ContainerBenchCorpus.h"
 
 #include <chrono>
@@ -29,8 +30,13 @@ constexpr long kMemoryLimitKiB = 64 * 1024;
 struct Measured {
     int status = -1;
     double seconds = 0;
+    double cpuSeconds = 0; // user and system time of the job and its children
     long peakKiB = 0;
 };
+
+double Seconds(const timeval& time) {
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+}
 
 // Run starts argv as a child with KELVORA_PASSPHRASE set and waits for it.
 Measured Run(const std::vector<std::string>& argv) {
@@ -57,6 +63,7 @@ Measured Run(const std::vector<std::string>& argv) {
         std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     measured.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     measured.peakKiB = usage.ru_maxrss;
+    measured.cpuSeconds = Seconds(usage.ru_utime) + Seconds(usage.ru_stime);
     return measured;
 }
 
@@ -94,8 +101,8 @@ bool SameTree(const fs::path& original, const fs::path& restored) {
 }
 
 void PrintRow(const char* job, const Measured& m, std::uint64_t plainBytes) {
-    std::printf("  %-34s %8.1f MB/s  %7.2f s  peak %7.1f MiB%s\n", job,
-                static_cast<double>(plainBytes) / 1e6 / m.seconds, m.seconds,
+    std::printf("  %-24s %7.1f MB/s  %7.2f s wall  %7.2f s cpu  peak %6.1f MiB%s\n", job,
+                static_cast<double>(plainBytes) / 1e6 / m.seconds, m.seconds, m.cpuSeconds,
                 static_cast<double>(m.peakKiB) / 1024.0, m.status == 0 ? "" : "  FAILED");
     std::fflush(stdout);
 }
