@@ -1,4 +1,5 @@
 #include "ProcessRunner.h"
+#include "cli/FileProgress.h"
 #include "files/FileTestSupport.h"
 
 #include <gtest/gtest.h>
@@ -152,6 +153,30 @@ TEST(FileCommands, HostileNamesAreRefusedAndTheRestRestored) {
     EXPECT_NE(result.err.find("../escape.txt: refused"), std::string::npos) << result.err;
     EXPECT_EQ(FilesBelow(scratch.Path()), (std::vector<std::string>{"c.vexo", "out/fine.txt"}));
 }
+
+struct ProgressCase {
+    const char* name;
+    std::int64_t done;
+    std::int64_t total;
+    double seconds;
+    const char* line;
+};
+
+class ProgressText : public ::testing::TestWithParam<ProgressCase> {};
+
+TEST_P(ProgressText, ShowsBytesSpeedAndTimeLeft) {
+    EXPECT_EQ(cli::ProgressLine(GetParam().done, GetParam().total, GetParam().seconds),
+              GetParam().line);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, ProgressText,
+    ::testing::Values(ProgressCase{"Halfway", 50000000, 100000000, 2.0,
+                                   "50.0 MB of 100.0 MB  25.0 MB/s  0:02 left"},
+                      ProgressCase{"MinutesLeft", 1000000, 200000000, 1.0,
+                                   "1.0 MB of 200.0 MB  1.0 MB/s  3:19 left"},
+                      ProgressCase{"NothingYet", 0, 100, 0.0, "0.0 MB of 0.0 MB  0.0 MB/s"}),
+    [](const auto& info) { return info.param.name; });
 
 } // namespace
 } // namespace kelvora
