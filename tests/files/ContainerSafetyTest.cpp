@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <random>
 
 namespace kelvora {
 namespace {
@@ -130,6 +131,36 @@ INSTANTIATE_TEST_SUITE_P(
                     FileError::DamagedData,
                     {"ok.txt"}}),
     [](const auto& info) { return info.param.name; });
+
+TEST(HostileContainer, RandomDamageNeverCrashesOrWritesOutsideTheFolder) {
+    const Bytes original = BuildContainer(
+        {{"a.txt", PatternBytes(3000, 1, true)}, {"d\\e", {}}, {"d\\b.bin", PatternBytes(900, 2)}});
+    std::mt19937 random(20261122);
+    for (int round = 0; round < 150; ++round) {
+        ScratchFolder scratch;
+        Bytes damaged = original;
+        switch (round % 3) {
+        case 0: // flip a few bytes anywhere, index included
+            for (int i = 0; i < 1 + round % 4; ++i) {
+                damaged[random() % damaged.size()] ^= static_cast<std::uint8_t>(1 + random() % 255);
+            }
+            break;
+        case 1: // cut the container short
+            damaged.resize(random() % damaged.size());
+            break;
+        default: // junk behind it
+            damaged.insert(damaged.end(), 1 + random() % 300, static_cast<std::uint8_t>(random()));
+            break;
+        }
+        WriteFile(scratch / "c.vexo", damaged);
+        ScriptedObserver observer;
+        (void)DecryptTo(scratch / "c.vexo", scratch / "out", observer);
+        for (const std::string& file : FilesBelow(scratch.Path())) {
+            EXPECT_TRUE(file == "c.vexo" || file.starts_with("out/"))
+                << file << " in round " << round;
+        }
+    }
+}
 
 struct WrongPassphraseCase {
     const char* name;
