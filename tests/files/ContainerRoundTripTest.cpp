@@ -142,6 +142,67 @@ TEST(ContainerFormat, TailByteIsTheFirstBlockLengthModulo32AndIndexCountsRecords
     EXPECT_EQ(index.back(), index.size() - 1);
 }
 
+// BlockByHand is a compressed block laid out from its field table with zlib itself.
+Bytes BlockByHand(std::span<const std::uint8_t> data) {
+    Bytes block(8 + compressBound(static_cast<uLong>(data.size())));
+    uLongf length = static_cast<uLongf>(block.size() - 8);
+    EXPECT_EQ(compress(block.data() + 8, &length, data.data(), static_cast<uLong>(data.size())),
+              Z_OK);
+    block.resize(8 + length);
+    const Bytes header{0xD2,
+                       0x02,
+                       0x96,
+                       0x49,
+                       static_cast<std::uint8_t>(data.size()),
+                       static_cast<std::uint8_t>(data.size() >> 8),
+                       static_cast<std::uint8_t>(data.size() >> 16),
+                       static_cast<std::uint8_t>(data.size() >> 24)};
+    std::copy(header.begin(), header.end(), block.begin());
+    return block;
+}
+
+TEST(ContainerFormat, ReadsAContainerBuiltFieldByField) {
+    // One file "Ordner\x.bin" of two chunks: the first holds the header and the first
+    // 2097152 - 34 - 12 data bytes, the second the rest.
+    const std::string name = "Ordner\\x.bin";
+    const Bytes data = PatternBytes(kChunkBytes + 5000, 8, true);
+    const std::size_t room = kChunkBytes - 34 - name.size();
+    Bytes chunk1(32, 0xAB);
+    const Bytes firstBlock = BlockByHand(std::span(data).first(room));
+    chunk1.push_back(static_cast<std::uint8_t>(firstBlock.size() % 32));
+    chunk1.push_back(static_cast<std::uint8_t>(name.size()));
+    chunk1.insert(chunk1.end(), name.begin(), name.end());
+    chunk1.insert(chunk1.end(), firstBlock.begin(), firstBlock.end());
+    const Bytes chunk2 = BlockByHand(std::span(data).subspan(room));
+
+    CRijndael cipher;
+    ASSERT_TRUE(cipher.EncryptPrepareKey(MakePassphraseKey(kPassphrase).bytes()));
+    Bytes container;
+    std::int64_t count = 0;
+    for (const Bytes& payload : {cipher.EncryptDo(chunk1, false), cipher.EncryptDo(chunk2, true)}) {
+        const auto lastIndex = static_cast<std::uint32_t>(payload.size() - 1);
+        for (int shift = 0; shift < 32; shift += 8) {
+            container.push_back(static_cast<std::uint8_t>(lastIndex >> shift));
+        }
+        container.insert(container.end(), payload.begin(), payload.end());
+        count += static_cast<std::int64_t>(payload.size() + 4);
+    }
+    Bytes index;
+    for (; count >= 1; count /= 255) {
+        index.push_back(static_cast<std::uint8_t>(count % 255));
+    }
+    index.push_back(255);
+    index.push_back(static_cast<std::uint8_t>(index.size()));
+    container.insert(container.end(), index.begin(), index.end());
+
+    ScratchFolder scratch;
+    WriteFile(scratch / "c.vexo", container);
+    ScriptedObserver observer;
+    ASSERT_TRUE(DecryptTo(scratch / "c.vexo", scratch / "out", observer).ok());
+    EXPECT_EQ(FilesBelow(scratch / "out"), std::vector<std::string>{"Ordner/x.bin"});
+    EXPECT_EQ(ReadFile(scratch / "out/Ordner/x.bin"), data);
+}
+
 TEST(ContainerRoundTrip, FolderTreesWithUmlautsAnd255CharacterNames) {
     ScratchFolder scratch;
     const std::string longName(255, 'n');
