@@ -3,9 +3,7 @@
 #include "app/RecordingMessageService.h"
 #include "common/Ansi.h"
 #include "common/FixedRandom.h"
-#include "common/LineBreaks.h"
 #include "controls/LightTab.h"
-#include "crypto/KeyRules.h"
 #include "i18n/Catalogue.h"
 #include "text/EncryptedText.h"
 
@@ -14,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QProcess>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -125,6 +124,27 @@ struct Harness {
     }
 };
 
+struct CliRun {
+    int status = -1;
+    QString out;
+};
+
+// RunCli runs the built kelvora-cli with input on standard input and the passphrase in its
+// environment, as a script would.
+CliRun RunCli(const QStringList& args, const QString& input, const QString& passphrase) {
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("KELVORA_PASSPHRASE"), passphrase);
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(KELVORA_CLI_PATH), args);
+    process.write(input.toUtf8());
+    process.closeWriteChannel();
+    if (!process.waitForFinished(30000)) {
+        return {};
+    }
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput())};
+}
+
 QString BannerOf(int languageOffset) {
     return QString::fromStdString(Utf8FromAnsi(BannerLine(languageOffset)));
 }
@@ -148,7 +168,7 @@ private slots:
     void HidePassphraseMasksTheBox();
     void CreateRandomFillsPassphraseAtTopRating();
     void EncryptThenDecryptInTheWindow();
-    void WindowTextDecryptsWithTheCoreAndBack();
+    void WindowTextDecryptsWithTheCliAndBack();
     void EmptyInputGivesMessage_data();
     void EmptyInputGivesMessage();
     void CancelAtTheReminderChangesNothing();
@@ -382,28 +402,24 @@ void FCryptTest::EncryptThenDecryptInTheWindow() {
     QCOMPARE(h.messages.ShownIds(), QList<int>{190});
 }
 
-void FCryptTest::WindowTextDecryptsWithTheCoreAndBack() {
-    const std::string passphrase = "Shared Passphrase 7";
-    const SecretBytes key = MakePassphraseKey(passphrase);
+void FCryptTest::WindowTextDecryptsWithTheCliAndBack() {
+    const QString passphrase = QStringLiteral("Shared Passphrase \u00e4");
     Harness h(kEnglish);
-    h.SetResults(QStringLiteral("from the window"));
-    h.SetPassphrase(QString::fromStdString(passphrase));
+    h.SetResults(QStringLiteral("from the window\nline two"));
+    h.SetPassphrase(passphrase);
     h.Click("Command1");
-    CRijndael decipher;
-    const TextResult decrypted =
-        DecryptText(decipher, key.bytes(), ToCrLf(h.Results().toStdString()));
-    QCOMPARE(decrypted.status, TextStatus::Ok);
-    QCOMPARE(std::string(UpToFirstNul(decrypted.text)), WithBanner(kEnglish, "from the window"));
+    const CliRun decrypted = RunCli({QStringLiteral("decrypt-text")}, h.Results(), passphrase);
+    QCOMPARE(decrypted.status, 0);
+    QCOMPARE(decrypted.out, BannerOf(kEnglish) + QStringLiteral("\nfrom the window\nline two"));
 
-    testing::FixedRandom random;
-    CRijndael encipher;
-    const TextResult encrypted =
-        EncryptText(encipher, key.bytes(), WithBanner(kGerman, "from\r\nthe core \xE4"), random);
-    QCOMPARE(encrypted.status, TextStatus::Ok);
-    h.SetResults(QString::fromStdString(encrypted.text));
-    h.SetPassphrase(QString::fromStdString(passphrase));
+    const CliRun encrypted =
+        RunCli({QStringLiteral("encrypt-text"), QStringLiteral("--lang"), QStringLiteral("de")},
+               QStringLiteral("from\nthe command line \u00e4"), passphrase);
+    QCOMPARE(encrypted.status, 0);
+    h.SetResults(encrypted.out);
+    h.SetPassphrase(passphrase);
     h.Click("Command2");
-    QCOMPARE(h.Results(), BannerOf(kGerman) + QStringLiteral("\nfrom\nthe core ä"));
+    QCOMPARE(h.Results(), BannerOf(kGerman) + QStringLiteral("\nfrom\nthe command line \u00e4"));
 }
 
 void FCryptTest::EmptyInputGivesMessage_data() {
