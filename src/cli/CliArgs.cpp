@@ -7,13 +7,14 @@ namespace {
 
 const OptionSpec* FindLong(std::span<const OptionSpec> specs, std::string_view name) {
     const auto it = std::find_if(specs.begin(), specs.end(),
-                                 [&](const OptionSpec& spec) { return spec.longName == name; });
+                                 [&](const OptionSpec& option) { return option.longName == name; });
     return it == specs.end() ? nullptr : &*it;
 }
 
 const OptionSpec* FindShort(std::span<const OptionSpec> specs, char letter) {
-    const auto it = std::find_if(specs.begin(), specs.end(),
-                                 [&](const OptionSpec& spec) { return spec.shortName == letter; });
+    const auto it = std::find_if(specs.begin(), specs.end(), [&](const OptionSpec& option) {
+        return option.shortName == letter;
+    });
     return it == specs.end() ? nullptr : &*it;
 }
 
@@ -47,46 +48,46 @@ private:
     void TakeLong(std::string_view body) {
         const std::size_t equals = body.find('=');
         const std::string_view name = body.substr(0, equals);
-        const OptionSpec* spec = FindLong(m_specs, name);
-        if (spec == nullptr) {
+        const OptionSpec* option = FindLong(m_specs, name);
+        if (option == nullptr) {
             m_error = "unknown option '--" + std::string(name) + "'";
-        } else if (!spec->takesValue && equals != std::string_view::npos) {
+        } else if (!option->takesValue && equals != std::string_view::npos) {
             m_error = "option '--" + std::string(name) + "' takes no value";
-        } else if (!spec->takesValue) {
-            Add(*spec, {});
+        } else if (!option->takesValue) {
+            Add(*option, {});
         } else if (equals != std::string_view::npos) {
-            Add(*spec, std::string(body.substr(equals + 1)));
+            Add(*option, std::string(body.substr(equals + 1)));
         } else {
-            TakeSeparateValue(*spec);
+            TakeSeparateValue(*option);
         }
     }
 
     void TakeShortGroup(std::string_view letters) {
         for (std::size_t i = 0; i < letters.size() && m_error.empty(); ++i) {
-            const OptionSpec* spec = FindShort(m_specs, letters[i]);
-            if (spec == nullptr) {
+            const OptionSpec* option = FindShort(m_specs, letters[i]);
+            if (option == nullptr) {
                 m_error = std::string("unknown option '-") + letters[i] + "'";
-            } else if (!spec->takesValue) {
-                Add(*spec, {});
+            } else if (!option->takesValue) {
+                Add(*option, {});
             } else if (i + 1 < letters.size()) {
-                Add(*spec, std::string(letters.substr(i + 1)));
+                Add(*option, std::string(letters.substr(i + 1)));
                 return;
             } else {
-                TakeSeparateValue(*spec);
+                TakeSeparateValue(*option);
             }
         }
     }
 
-    void TakeSeparateValue(const OptionSpec& spec) {
+    void TakeSeparateValue(const OptionSpec& option) {
         if (m_next >= m_args.size()) {
-            m_error = "option '--" + std::string(spec.longName) + "' needs a value";
+            m_error = "option '--" + std::string(option.longName) + "' needs a value";
             return;
         }
-        Add(spec, m_args[m_next++]);
+        Add(option, m_args[m_next++]);
     }
 
-    void Add(const OptionSpec& spec, std::string value) {
-        m_result.options.emplace_back(std::string(spec.longName), std::move(value));
+    void Add(const OptionSpec& option, std::string value) {
+        m_result.options.emplace_back(std::string(option.longName), std::move(value));
     }
 
     std::span<const std::string> m_args;

@@ -19,6 +19,10 @@ struct Command {
     int (*run)(CliContext& context, const ParsedArgs& args);
 };
 
+// Options that mean the same in every command that takes them.
+inline constexpr OptionSpec kOutputOption{"output", 'o', true};
+inline constexpr OptionSpec kForceOption{"force", '\0', false};
+
 // AllCommands lists the subcommands in the order the overview shows them.
 std::span<const Command* const> AllCommands();
 

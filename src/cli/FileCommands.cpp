@@ -16,8 +16,6 @@
 namespace kelvora::cli {
 namespace {
 
-constexpr OptionSpec kOutputOption{"output", 'o', true};
-constexpr OptionSpec kForceOption{"force", '\0', false};
 constexpr OptionSpec kFolderOption{"directory", 'C', true};
 constexpr OptionSpec kOverwriteOption{"overwrite", '\0', false};
 constexpr OptionSpec kSkipExistingOption{"skip-existing", '\0', false};

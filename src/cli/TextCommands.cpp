@@ -14,10 +14,8 @@ namespace kelvora::cli {
 namespace {
 
 constexpr OptionSpec kInputOption{"input", 'i', true};
-constexpr OptionSpec kOutputOption{"output", 'o', true};
 constexpr OptionSpec kLanguageOption{"lang", '\0', true};
 constexpr OptionSpec kNoBannerOption{"no-banner", '\0', false};
-constexpr OptionSpec kForceOption{"force", '\0', false};
 
 constexpr std::array kEncryptOptions = {kInputOption, kOutputOption, kLanguageOption,
                                         kPassphraseFileOption};
