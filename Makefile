@@ -26,7 +26,7 @@ test: build
 	cd $(BUILD_DIR) && ctest --output-on-failure -j $(JOBS)
 
 bench: deps
-	cmake -S . -B $(BENCH_DIR) -DCMAKE_BUILD_TYPE=Release -DKELVORA_BUILD_BENCH=ON -DKELVORA_BUILD_TESTS=OFF
+	cmake -S . -B $(BENCH_DIR) -DCMAKE_BUILD_TYPE=Release -DKELVORA_BUILD_BENCH=ON -DKELVORA_BUILD_TESTS=OFF -DKELVORA_BUILD_GUI=OFF
 	cmake --build $(BENCH_DIR) -j $(JOBS)
 	cmake --build $(BENCH_DIR) --target run-bench
 
