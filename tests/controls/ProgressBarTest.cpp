@@ -8,19 +8,29 @@
 
 namespace kelvora {
 
+namespace {
+
+// Everything a form can set, in one comparable list; Position is not persisted and comes last.
+QList<qint64> Properties(const ProgressBar& control) {
+    return {control.Min(),         control.Max(),       control.Step(),
+            control.Orientation(), control.Smooth(),    control.BorderStyle(),
+            control.BackColor(),   control.ForeColor(), control.Position()};
+}
+
+const QList<qint64> kDefaults{
+    0, 100, 1, ProgressBar::Horizontal, 0, ProgressBar::BorderThinBar, 0x8000000F, 0x8000000D, 0};
+
+} // namespace
+
 class ProgressBarTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void NewControlRunsFromZeroToHundredInBlocks();
-    void LoadingNothingRestoresTheDefaults();
+    void NewControlHoldsTheDefaultsAndStoresNothing();
+    void PersistenceKeepsOnlyChangedValues();
     void RebuildingTheBarKeepsThePosition_data();
     void RebuildingTheBarKeepsThePosition();
-    void OneChangedPropertyIsStoredAlone_data();
-    void OneChangedPropertyIsStoredAlone();
     void PositionStaysWithinTheRange();
-    void StepItStartsAgainPastTheEnd_data();
-    void StepItStartsAgainPastTheEnd();
     void WideRangesAreScaled_data();
     void WideRangesAreScaled();
     void SunkenEdgeFramesTheControl();
@@ -28,48 +38,42 @@ private slots:
     void ColoursTranslate();
 };
 
-void ProgressBarTest::NewControlRunsFromZeroToHundredInBlocks() {
+void ProgressBarTest::NewControlHoldsTheDefaultsAndStoresNothing() {
     const ProgressBar control;
-    QCOMPARE(control.Min(), qint64{0});
-    QCOMPARE(control.Max(), qint64{100});
-    QCOMPARE(control.Step(), 1);
-    QCOMPARE(control.Position(), qint64{0});
-    QCOMPARE(control.Orientation(), int(ProgressBar::Horizontal));
-    QCOMPARE(control.Smooth(), false);
-    QCOMPARE(control.BorderStyle(), int(ProgressBar::BorderThinBar));
-    QCOMPARE(control.BackColor(), 0x8000000Fu);
-    QCOMPARE(control.ForeColor(), 0x8000000Du);
-
+    QCOMPARE(Properties(control), kDefaults);
     const QProgressBar* bar = control.hwnd();
-    QVERIFY(bar != nullptr);
-    QCOMPARE(bar->objectName(), QStringLiteral("ProgressWindow"));
     QCOMPARE(control.findChild<QProgressBar*>(QStringLiteral("ProgressWindow")), bar);
     QCOMPARE(bar->orientation(), Qt::Horizontal);
-    QCOMPARE(bar->minimum(), 0);
     QCOMPARE(bar->maximum(), 100);
     QCOMPARE(control.frameShape(), QFrame::NoFrame);
+
+    PropertyBag bag;
+    control.WriteProperties(bag);
+    QVERIFY(bag.Values().isEmpty());
 }
 
-void ProgressBarTest::LoadingNothingRestoresTheDefaults() {
-    ProgressBar control;
-    control.SetOrientation(ProgressBar::Vertical);
-    control.SetMax(500);
-    control.SetMin(10);
-    control.SetSmooth(true);
-    control.SetBorderStyle(ProgressBar::BorderNone);
-    control.SetStep(7);
-    control.SetForeColor(0x00FF00u);
+void ProgressBarTest::PersistenceKeepsOnlyChangedValues() {
+    ProgressBar saved;
+    saved.SetOrientation(ProgressBar::Vertical);
+    saved.SetMax(5'000'000'000);
+    saved.SetMin(-5);
+    saved.SetSmooth(true);
+    saved.SetBorderStyle(ProgressBar::BorderSunkenControl);
+    saved.SetBackColor(0x00FFFFFFu);
+    saved.SetForeColor(0x000000FFu);
+    saved.SetStep(10);
+    saved.SetPosition(3);
+    PropertyBag bag;
+    saved.WriteProperties(bag);
+    QCOMPARE(bag.Values().size(), kDefaults.size() - 1);
 
-    control.ReadProperties(PropertyBag());
-
-    QCOMPARE(control.Orientation(), int(ProgressBar::Horizontal));
-    QCOMPARE(control.Min(), qint64{0});
-    QCOMPARE(control.Max(), qint64{100});
-    QCOMPARE(control.Smooth(), false);
-    QCOMPARE(control.BorderStyle(), int(ProgressBar::BorderThinBar));
-    QCOMPARE(control.Step(), 1);
-    QCOMPARE(control.ForeColor(), ProgressBar::kDefaultForeColor);
-    QCOMPARE(control.hwnd()->orientation(), Qt::Horizontal);
+    ProgressBar loaded;
+    loaded.ReadProperties(bag);
+    QCOMPARE(Properties(loaded).first(8), Properties(saved).first(8));
+    // A bag without values brings every default back.
+    loaded.ReadProperties(PropertyBag());
+    QCOMPARE(Properties(loaded), kDefaults);
+    QCOMPARE(loaded.hwnd()->orientation(), Qt::Horizontal);
 }
 
 void ProgressBarTest::RebuildingTheBarKeepsThePosition_data() {
@@ -103,76 +107,22 @@ void ProgressBarTest::RebuildingTheBarKeepsThePosition() {
     QCOMPARE(control.Position(), qint64{142});
 }
 
-void ProgressBarTest::OneChangedPropertyIsStoredAlone_data() {
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QVariant>("value");
-
-    QTest::newRow("Orientation") << "Orientation" << QVariant(1);
-    QTest::newRow("Min") << "Min" << QVariant(qint64{-5});
-    QTest::newRow("Max") << "Max" << QVariant(qint64{5'000'000'000});
-    QTest::newRow("Smooth") << "Smooth" << QVariant(true);
-    QTest::newRow("BorderStyle") << "BorderStyle" << QVariant(2);
-    QTest::newRow("BackColor") << "BackColor" << QVariant(0x00FFFFFFu);
-    QTest::newRow("ForeColor") << "ForeColor" << QVariant(0x000000FFu);
-    QTest::newRow("Step") << "Step" << QVariant(10);
-}
-
-void ProgressBarTest::OneChangedPropertyIsStoredAlone() {
-    QFETCH(QString, key);
-    QFETCH(QVariant, value);
-
-    PropertyBag given;
-    given.WriteProperty(key, value, QVariant());
-    ProgressBar saved;
-    saved.ReadProperties(given);
-    saved.SetPosition(3);
-
-    PropertyBag bag;
-    saved.WriteProperties(bag);
-    QCOMPARE(bag.Values().keys(), QStringList{key});
-    QCOMPARE(bag.ReadProperty(key, QVariant()), value);
-
-    PropertyBag again;
-    ProgressBar loaded;
-    loaded.ReadProperties(bag);
-    loaded.WriteProperties(again);
-    QCOMPARE(again.Values(), bag.Values());
-}
-
 void ProgressBarTest::PositionStaysWithinTheRange() {
     ProgressBar control;
-    control.SetPosition(150);
-    QCOMPARE(control.Position(), qint64{100});
-    control.SetMax(40);
-    QCOMPARE(control.Position(), qint64{40});
-    control.SetPosition(-3);
-    QCOMPARE(control.Position(), qint64{0});
-    QCOMPARE(control.hwnd()->value(), 0);
-}
-
-void ProgressBarTest::StepItStartsAgainPastTheEnd_data() {
-    QTest::addColumn<int>("step");
-    QTest::addColumn<qint64>("start");
-    QTest::addColumn<qint64>("expected");
-
-    QTest::newRow("one step") << 1 << qint64{3} << qint64{4};
-    QTest::newRow("up to the end") << 2 << qint64{8} << qint64{10};
-    QTest::newRow("past the end") << 2 << qint64{9} << qint64{0};
-    QTest::newRow("backwards past the start") << -3 << qint64{2} << qint64{10};
-}
-
-void ProgressBarTest::StepItStartsAgainPastTheEnd() {
-    QFETCH(int, step);
-    QFETCH(qint64, start);
-    QFETCH(qint64, expected);
-
-    ProgressBar control;
-    control.SetMax(10);
-    control.SetStep(step);
-    control.SetPosition(start);
+    control.SetPosition(80);
+    control.SetMax(10); // a lower Max pulls the position in
+    QCOMPARE(control.Position(), qint64{10});
+    control.SetStep(2);
+    control.SetPosition(8);
+    // StepIt reaches the end exactly, then starts again at the start rather than wrapping.
+    for (const qint64 expected : {10, 0}) {
+        control.StepIt();
+        QCOMPARE(control.Position(), expected);
+    }
+    control.SetStep(-3);
     control.StepIt();
-    QCOMPARE(control.Position(), expected);
-    QCOMPARE(control.hwnd()->value(), int(expected));
+    QCOMPARE(control.Position(), qint64{10});
+    QCOMPARE(control.hwnd()->value(), 10);
 }
 
 void ProgressBarTest::WideRangesAreScaled_data() {
@@ -183,10 +133,9 @@ void ProgressBarTest::WideRangesAreScaled_data() {
 
     constexpr qint64 kTenGiga = 10'000'000'000;
     QTest::newRow("int range passes unchanged") << qint64{42} << qint64{-7} << qint64{100} << 42;
-    QTest::newRow("wide, start") << qint64{0} << qint64{0} << kTenGiga << 0;
+    QTest::newRow("below the start") << qint64{-3} << qint64{0} << qint64{100} << 0;
     QTest::newRow("wide, half") << kTenGiga / 2 << qint64{0} << kTenGiga
                                 << ProgressBar::kScaledRange / 2;
-    QTest::newRow("wide, end") << kTenGiga << qint64{0} << kTenGiga << ProgressBar::kScaledRange;
     QTest::newRow("wide, beyond the end")
         << 2 * kTenGiga << qint64{0} << kTenGiga << ProgressBar::kScaledRange;
     QTest::newRow("full 64-bit span, middle")
@@ -199,8 +148,6 @@ void ProgressBarTest::WideRangesAreScaled() {
     QFETCH(qint64, min);
     QFETCH(qint64, max);
     QFETCH(int, expected);
-
-    QCOMPARE(ProgressBar::ScaledValue(value, min, max), expected);
 
     ProgressBar control;
     control.SetMax(max);
@@ -228,10 +175,7 @@ void ProgressBarTest::ColoursTranslate_data() {
     const QPalette palette;
     QTest::newRow("red is the low byte") << 0x0000FFu << QColor(255, 0, 0);
     QTest::newRow("blue is the high byte") << 0xFF0000u << QColor(0, 0, 255);
-    QTest::newRow("mixed") << 0xBFB8BFu << QColor(0xBF, 0xB8, 0xBF);
     QTest::newRow("button face") << 0x8000000Fu << palette.color(QPalette::Button);
-    QTest::newRow("highlight") << 0x8000000Du << palette.color(QPalette::Highlight);
-    QTest::newRow("application workspace") << 0x8000000Cu << palette.color(QPalette::Mid);
     QTest::newRow("undefined system colour 25") << 0x80000019u << QColor();
     QTest::newRow("system colour beyond the table") << 0x800000FFu << QColor();
     QTest::newRow("palette index form") << 0x01000005u << QColor();
