@@ -26,9 +26,7 @@ class ProgressBarTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void NewControlHoldsTheDefaultsAndStoresNothing();
     void PersistenceKeepsOnlyChangedValues();
-    void RebuildingTheBarKeepsThePosition_data();
     void RebuildingTheBarKeepsThePosition();
     void PositionStaysWithinTheRange();
     void WideRangesAreScaled_data();
@@ -38,22 +36,13 @@ private slots:
     void ColoursTranslate();
 };
 
-void ProgressBarTest::NewControlHoldsTheDefaultsAndStoresNothing() {
-    const ProgressBar control;
-    QCOMPARE(Properties(control), kDefaults);
-    const QProgressBar* bar = control.hwnd();
-    QCOMPARE(control.findChild<QProgressBar*>(QStringLiteral("ProgressWindow")), bar);
-    QCOMPARE(bar->orientation(), Qt::Horizontal);
-    QCOMPARE(bar->maximum(), 100);
-    QCOMPARE(control.frameShape(), QFrame::NoFrame);
-
-    PropertyBag bag;
-    control.WriteProperties(bag);
-    QVERIFY(bag.Values().isEmpty());
-}
-
 void ProgressBarTest::PersistenceKeepsOnlyChangedValues() {
     ProgressBar saved;
+    QCOMPARE(Properties(saved), kDefaults);
+    PropertyBag bag;
+    saved.WriteProperties(bag);
+    QVERIFY(bag.Values().isEmpty());
+
     saved.SetOrientation(ProgressBar::Vertical);
     saved.SetMax(5'000'000'000);
     saved.SetMin(-5);
@@ -63,48 +52,36 @@ void ProgressBarTest::PersistenceKeepsOnlyChangedValues() {
     saved.SetForeColor(0x000000FFu);
     saved.SetStep(10);
     saved.SetPosition(3);
-    PropertyBag bag;
     saved.WriteProperties(bag);
     QCOMPARE(bag.Values().size(), kDefaults.size() - 1);
 
     ProgressBar loaded;
     loaded.ReadProperties(bag);
     QCOMPARE(Properties(loaded).first(8), Properties(saved).first(8));
-    // A bag without values brings every default back.
+    // A bag without values brings every default back, the bar included.
     loaded.ReadProperties(PropertyBag());
     QCOMPARE(Properties(loaded), kDefaults);
-    QCOMPARE(loaded.hwnd()->orientation(), Qt::Horizontal);
-}
-
-void ProgressBarTest::RebuildingTheBarKeepsThePosition_data() {
-    QTest::addColumn<bool>("smooth");
-    QTest::addColumn<int>("orientation");
-
-    QTest::newRow("smooth") << true << int(ProgressBar::Horizontal);
-    QTest::newRow("vertical") << false << int(ProgressBar::Vertical);
+    const QProgressBar* bar = loaded.hwnd();
+    QCOMPARE(loaded.findChild<QProgressBar*>(QStringLiteral("ProgressWindow")), bar);
+    QCOMPARE(bar->orientation(), Qt::Horizontal);
+    QCOMPARE(bar->maximum(), 100);
+    QCOMPARE(loaded.frameShape(), QFrame::NoFrame);
 }
 
 void ProgressBarTest::RebuildingTheBarKeepsThePosition() {
-    QFETCH(bool, smooth);
-    QFETCH(int, orientation);
-
     ProgressBar control;
     control.resize(200, 20);
     control.SetMax(300);
     control.SetPosition(142);
-    const QPointer<QProgressBar> oldBar = control.hwnd();
-
-    control.SetSmooth(smooth);
-    control.SetOrientation(orientation);
-
-    QVERIFY(oldBar.isNull());
-    const QProgressBar* bar = control.hwnd();
-    QCOMPARE(bar->value(), 142);
-    QCOMPARE(bar->maximum(), 300);
-    QCOMPARE(bar->orientation(),
-             orientation == ProgressBar::Vertical ? Qt::Vertical : Qt::Horizontal);
-    QCOMPARE(bar->geometry(), control.contentsRect());
-    QCOMPARE(control.Position(), qint64{142});
+    for (const bool vertical : {false, true}) {
+        const QPointer<QProgressBar> oldBar = control.hwnd();
+        vertical ? control.SetOrientation(ProgressBar::Vertical) : control.SetSmooth(true);
+        QVERIFY(oldBar.isNull());
+        QCOMPARE(control.hwnd()->value(), 142);
+        QCOMPARE(control.hwnd()->maximum(), 300);
+        QCOMPARE(control.hwnd()->orientation(), vertical ? Qt::Vertical : Qt::Horizontal);
+        QCOMPARE(control.hwnd()->geometry(), control.contentsRect());
+    }
 }
 
 void ProgressBarTest::PositionStaysWithinTheRange() {
