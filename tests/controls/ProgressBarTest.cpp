@@ -3,7 +3,6 @@
 #include <QPointer>
 #include <QProgressBar>
 #include <QTest>
-#include <algorithm>
 #include <limits>
 
 namespace kelvora {
@@ -130,7 +129,6 @@ void ProgressBarTest::WideRangesAreScaled() {
     control.SetMax(max);
     control.SetMin(min);
     control.SetPosition(value);
-    QCOMPARE(control.Position(), std::clamp(value, min, max));
     QCOMPARE(control.hwnd()->value(), expected);
 }
 
