@@ -150,10 +150,9 @@ QString RunCli(const QStringList& args, const QString& input, const QString& pas
     process.start(QStringLiteral(KELVORA_CLI_PATH), args);
     process.write(input.toUtf8());
     process.closeWriteChannel();
-    if (!process.waitForFinished(30000) || process.exitCode() != 0) {
-        return u"failed with status %1"_s.arg(process.exitCode());
-    }
-    return QString::fromUtf8(process.readAllStandardOutput());
+    const bool ok = process.waitForFinished(30000) && process.exitCode() == 0;
+    return ok ? QString::fromUtf8(process.readAllStandardOutput())
+              : u"failed with status %1"_s.arg(process.exitCode());
 }
 
 const char* const kTextPage = "10 Frame_0 Command1 Command2 LblLink";
