@@ -3,6 +3,7 @@
 #include "files/FileTestSupport.h"
 
 #include <gtest/gtest.h>
+#include <sstream>
 
 namespace kelvora {
 namespace {
@@ -13,22 +14,20 @@ const std::map<std::string, std::string> kSecret = {{"KELVORA_PASSPHRASE", kPass
 const std::map<std::string, std::string> kWrong = {{"KELVORA_PASSPHRASE", "wrong"}};
 
 // A tree with the awkward cases: nested folders, an empty file, one byte, umlauts and
-// accents, a 255-character name and a file of three chunks.
-void WriteTree(const ScratchFolder& scratch) {
+// accents, 200- and 255-character names and a file of three chunks.
+TEST(FileCommands, EncryptListTestAndDecryptRoundTrip) {
+    ScratchFolder scratch;
+    const std::string x200(200, 'x');
+    const std::string n255(255, 'n');
     WriteFile(scratch / "in/Tree/\xC3\x84rger/caf\xC3\xA9.txt", PatternBytes(1000, 1, true));
     WriteFile(scratch / "in/Tree/leer", {});
     WriteFile(scratch / "in/Tree/sub/one", {'1'});
-    WriteFile(scratch / "in/Tree/sub/" + std::string(200, 'x'), PatternBytes(5, 2));
+    WriteFile(scratch / "in/Tree/sub/" + x200, PatternBytes(5, 2));
     WriteFile(scratch / "in/big.bin", PatternBytes(4300000, 3, true));
-    WriteFile(scratch / "in/" + std::string(255, 'n'), PatternBytes(77, 4));
-}
-
-TEST(FileCommands, EncryptListTestAndDecryptRoundTrip) {
-    ScratchFolder scratch;
-    WriteTree(scratch);
+    WriteFile(scratch / "in/" + n255, PatternBytes(77, 4));
     const std::string container = scratch / "c.vexo";
     const auto encrypted = RunCli({"encrypt", "-o", container, scratch / "in/Tree",
-                                   scratch / "in/big.bin", scratch / "in/" + std::string(255, 'n')},
+                                   scratch / "in/big.bin", scratch / "in/" + n255},
                                   {}, kSecret);
     ASSERT_EQ(encrypted.status, 0) << encrypted.err;
     EXPECT_EQ(encrypted.err, "");
@@ -36,19 +35,10 @@ TEST(FileCommands, EncryptListTestAndDecryptRoundTrip) {
     const auto listed = RunCli({"list", container}, {}, kSecret);
     EXPECT_EQ(listed.status, 0) << listed.err;
     // A folder's entries go in by name, byte for byte, so "\xC3\x84rger" comes last.
-    EXPECT_EQ(listed.out, "0\tTree/leer\n"
-                          "1\tTree/sub/one\n"
-                          "5\tTree/sub/" +
-                              std::string(200, 'x') +
-                              "\n"
-                              "1000\tTree/\xC3\x84rger/caf\xC3\xA9.txt\n"
-                              "4300000\tbig.bin\n"
-                              "77\t" +
-                              std::string(255, 'n') + "\n");
-
-    const auto tested = RunCli({"test", container}, {}, kSecret);
-    EXPECT_EQ(tested.status, 0) << tested.err;
-    EXPECT_EQ(tested.out, "OK\n");
+    EXPECT_EQ(listed.out, "0\tTree/leer\n1\tTree/sub/one\n5\tTree/sub/" + x200 +
+                              "\n1000\tTree/\xC3\x84rger/caf\xC3\xA9.txt\n4300000\tbig.bin\n77\t" +
+                              n255 + "\n");
+    EXPECT_EQ(RunCli({"test", container}, {}, kSecret).out, "OK\n");
 
     const auto decrypted = RunCli({"decrypt", container, "-C", scratch / "out"}, {}, kSecret);
     ASSERT_EQ(decrypted.status, 0) << decrypted.err;
@@ -59,26 +49,32 @@ TEST(FileCommands, EncryptListTestAndDecryptRoundTrip) {
     }
 }
 
-// A failing command line against a prepared container and output folder.
-struct FailureCase {
+// A command line against a prepared container and output folder that holds a.txt already.
+struct OutcomeCase {
     const char* name;
-    std::vector<std::string> args; // "{c}" is the container, "{o}" the output folder
+    const char* args; // split at blanks; {c} is the container, {o} the output folder
     bool wrongPassphrase;
     int status;
-    std::string err;
+    std::string err;      // how the error output starts
     std::string existing; // what out/a.txt holds afterwards
 };
 
-class FileCommandFailure : public ::testing::TestWithParam<FailureCase> {};
+class FileCommandOutcome : public ::testing::TestWithParam<OutcomeCase> {};
 
-TEST_P(FileCommandFailure, EndsWithItsStatusAndErrorLineAndTouchesNothing) {
+TEST_P(FileCommandOutcome, EndsWithItsStatusAndErrorLineAndTouchesOnlyWhatItShould) {
     ScratchFolder scratch;
     WriteFile(scratch / "c.vexo",
               BuildContainer({{"a.txt", {'n', 'e', 'w'}}, {"d\\b.txt", {'b'}}}));
     WriteFile(scratch / "out/a.txt", {'o', 'l', 'd'});
     std::vector<std::string> args;
-    for (const std::string& arg : GetParam().args) {
-        args.push_back(arg == "{c}" ? scratch / "c.vexo" : arg == "{o}" ? scratch / "out" : arg);
+    std::istringstream words(GetParam().args);
+    for (std::string arg; words >> arg; args.push_back(arg)) {
+        if (arg.starts_with("{o}")) {
+            arg.replace(0, 3, scratch / "out");
+        }
+        if (arg == "{c}") {
+            arg = scratch / "c.vexo";
+        }
     }
     const auto result = RunCli(args, {}, GetParam().wrongPassphrase ? kWrong : kSecret);
     EXPECT_EQ(result.status, GetParam().status);
@@ -88,47 +84,24 @@ TEST_P(FileCommandFailure, EndsWithItsStatusAndErrorLineAndTouchesNothing) {
     EXPECT_EQ(FilesBelow(scratch.Path()).size(), restoredB ? 3u : 2u);
 }
 
+const std::string kFailed = "kelvora-cli: ";
+const std::string kWrongPassphrase = "kelvora-cli: wrong passphrase\n";
+
 INSTANTIATE_TEST_SUITE_P(
-    Cases, FileCommandFailure,
+    Cases, FileCommandOutcome,
     ::testing::Values(
-        FailureCase{
-            "ExistingFile", {"decrypt", "{c}", "-C", "{o}"}, false, 1, "kelvora-cli: ", "old"},
-        FailureCase{"SkipExisting",
-                    {"decrypt", "{c}", "-C", "{o}", "--skip-existing"},
-                    false,
-                    0,
-                    "",
-                    "old"},
-        FailureCase{
-            "Overwrite", {"decrypt", "{c}", "-C", "{o}", "--overwrite"}, false, 0, "", "new"},
-        FailureCase{"BothAnswers",
-                    {"decrypt", "{c}", "-C", "{o}", "--overwrite", "--skip-existing"},
-                    false,
-                    2,
-                    "kelvora-cli: --overwrite and --skip-existing",
-                    "old"},
-        FailureCase{"WrongPassphraseDecrypt",
-                    {"decrypt", "{c}", "-C", "{o}", "--overwrite"},
-                    true,
-                    1,
-                    "kelvora-cli: wrong passphrase\n",
-                    "old"},
-        FailureCase{"WrongPassphraseTest",
-                    {"test", "{c}"},
-                    true,
-                    1,
-                    "kelvora-cli: wrong passphrase\n",
-                    "old"},
-        FailureCase{"WrongPassphraseList",
-                    {"list", "{c}"},
-                    true,
-                    1,
-                    "kelvora-cli: wrong passphrase\n",
-                    "old"},
-        FailureCase{
-            "ExistingContainer", {"encrypt", "-o", "{c}", "{o}"}, false, 1, "kelvora-cli: ", "old"},
-        FailureCase{"NoContainer", {"decrypt"}, false, 2, "kelvora-cli: ", "old"},
-        FailureCase{"NotAContainer", {"test", "{o}/a.txt"}, false, 1, "kelvora-cli: ", "old"}),
+        OutcomeCase{"ExistingFile", "decrypt {c} -C {o}", false, 1, kFailed, "old"},
+        OutcomeCase{"SkipExisting", "decrypt {c} -C {o} --skip-existing", false, 0, "", "old"},
+        OutcomeCase{"Overwrite", "decrypt {c} -C {o} --overwrite", false, 0, "", "new"},
+        OutcomeCase{"BothAnswers", "decrypt {c} -C {o} --overwrite --skip-existing", false, 2,
+                    "kelvora-cli: --overwrite and --skip-existing", "old"},
+        OutcomeCase{"WrongPassphraseDecrypt", "decrypt {c} -C {o} --overwrite", true, 1,
+                    kWrongPassphrase, "old"},
+        OutcomeCase{"WrongPassphraseTest", "test {c}", true, 1, kWrongPassphrase, "old"},
+        OutcomeCase{"WrongPassphraseList", "list {c}", true, 1, kWrongPassphrase, "old"},
+        OutcomeCase{"ExistingContainer", "encrypt -o {c} {o}", false, 1, kFailed, "old"},
+        OutcomeCase{"NoContainer", "decrypt", false, 2, kFailed, "old"},
+        OutcomeCase{"NotAContainer", "test {o}/a.txt", false, 1, kFailed, "old"}),
     [](const auto& info) { return info.param.name; });
 
 TEST(FileCommands, TestNamesTheDamagedFileAndChunk) {

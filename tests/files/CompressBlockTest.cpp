@@ -35,6 +35,8 @@ TEST_P(CompressBlockRoundTrip, HeaderThenAStreamZlibItselfReads) {
               Z_OK);
     EXPECT_EQ(viaZlib, source);
 
+    // The cipher pads the block with zeros to its block size; they must not matter.
+    block.resize(block.size() + 31, 0);
     Bytes restored;
     ASSERT_EQ(UncompressBlock(block, restored), static_cast<std::int32_t>(source.size()));
     EXPECT_EQ(restored, source);
@@ -42,31 +44,11 @@ TEST_P(CompressBlockRoundTrip, HeaderThenAStreamZlibItselfReads) {
 
 INSTANTIATE_TEST_SUITE_P(Sizes, CompressBlockRoundTrip,
                          ::testing::Values(BlockCase{"OneByte", 1, false},
-                                           BlockCase{"Small", 99, false},
                                            BlockCase{"Text", 100000, true},
                                            BlockCase{"RandomFullChunk", 2097152, false}),
                          [](const auto& info) { return info.param.name; });
 
-TEST(CompressBlock, EmptySourceGivesNothingAndLeavesOutputAlone) {
-    Bytes output{1, 2, 3};
-    EXPECT_EQ(CompressBlock(Bytes{}, output), 0);
-    EXPECT_EQ(output, (Bytes{1, 2, 3}));
-}
-
-TEST(CompressBlock, CapacityIsSourcePlusOnePercentPlusTwelve) {
-    EXPECT_EQ(CompressCapacity(1), 13u);
-    EXPECT_EQ(CompressCapacity(2097152), 2097152u + 20971u + 12u);
-}
-
-TEST(UncompressBlock, IgnoresTheCipherPaddingBehindTheStream) {
-    const Bytes source = PatternBytes(1000, 3, true);
-    Bytes block;
-    ASSERT_GT(CompressBlock(source, block), 0);
-    block.resize(block.size() + 31, 0);
-    Bytes restored;
-    EXPECT_EQ(UncompressBlock(block, restored), 1000);
-    EXPECT_EQ(restored, source);
-}
+constexpr std::int32_t kNoLimit = 1 << 30;
 
 struct BadBlockCase {
     const char* name;
@@ -86,20 +68,14 @@ TEST_P(UncompressBadBlock, GivesZero) {
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, UncompressBadBlock,
-    ::testing::Values(BadBlockCase{"WrongMagic", [](Bytes& b) { b[0] ^= 1; }, 1 << 30},
-                      BadBlockCase{"HeaderOnly", [](Bytes& b) { b.resize(8); }, 1 << 30},
-                      BadBlockCase{"Empty", [](Bytes& b) { b.clear(); }, 1 << 30},
-                      BadBlockCase{"PlainLengthTooSmall",
-                                   [](Bytes& b) { PutInt32Le(b.data() + 4, 4999); }, 1 << 30},
-                      BadBlockCase{"PlainLengthNegative",
-                                   [](Bytes& b) { PutInt32Le(b.data() + 4, -5); }, 1 << 30},
-                      BadBlockCase{"PlainLengthAboveLimit", [](Bytes&) {}, 4999},
-                      BadBlockCase{"GarbledStream",
-                                   [](Bytes& b) {
-                                       b[12] ^= 0x55;
-                                       b[20] ^= 0x55;
-                                   },
-                                   1 << 30}),
+    ::testing::Values(
+        BadBlockCase{"WrongMagic", [](Bytes& b) { b[0] ^= 1; }, kNoLimit},
+        BadBlockCase{"HeaderOnly", [](Bytes& b) { b.resize(8); }, kNoLimit},
+        BadBlockCase{"PlainLengthTooSmall", [](Bytes& b) { PutInt32Le(&b[4], 4999); }, kNoLimit},
+        BadBlockCase{"PlainLengthNegative", [](Bytes& b) { PutInt32Le(&b[4], -5); }, kNoLimit},
+        BadBlockCase{"PlainLengthAboveLimit", [](Bytes&) {}, 4999},
+        BadBlockCase{"GarbledStream", [](Bytes& b) { b[20] ^= 0x55; }, kNoLimit},
+        BadBlockCase{"WrongChecksum", [](Bytes& b) { b.back() ^= 1; }, kNoLimit}),
     [](const auto& info) { return info.param.name; });
 
 } // namespace

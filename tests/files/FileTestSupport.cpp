@@ -1,17 +1,18 @@
 #include "FileTestSupport.h"
 
+#include "common/FixedRandom.h"
+#include "crypto/CRijndael.h"
 #include "crypto/KeyRules.h"
 #include "files/ContainerIndex.h"
-#include "files/ContainerWriter.h"
 #include "files/DecryptJob.h"
 #include "files/EncryptJob.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <random>
 #include <stdexcept>
+#include <zlib.h>
 
 namespace kelvora::testing {
 
@@ -53,25 +54,16 @@ std::vector<std::string> FilesBelow(const std::string& folder) {
     return files;
 }
 
-bool VectorSink::Write(std::span<const std::uint8_t> data) {
-    if (m_failAfter >= 0 && static_cast<std::int64_t>(bytes.size() + data.size()) > m_failAfter) {
-        m_failed = true;
-        return false;
-    }
-    bytes.insert(bytes.end(), data.begin(), data.end());
-    return true;
-}
-
 FileJobResult EncryptPaths(const std::vector<std::string>& paths, const std::string& output,
-                           FileJobObserver& observer, const char* passphrase) {
+                           FileJobObserver& observer, WrapOutput wrapOutput) {
     InputList list;
     for (const std::string& path : paths) {
         (void)list.AddListPath(path);
     }
-    const SecretBytes key = MakePassphraseKey(passphrase);
+    const SecretBytes key = MakePassphraseKey(kPassphrase);
     FixedRandom random;
-    EncryptRequest request{list.Entries(), output, &key, &random, {}};
-    return EncryptFiles(request, observer);
+    return EncryptFiles(EncryptRequest{list.Entries(), output, &key, &random, wrapOutput},
+                        observer);
 }
 
 FileJobResult DecryptTo(const std::string& container, const std::string& folder,
@@ -80,39 +72,68 @@ FileJobResult DecryptTo(const std::string& container, const std::string& folder,
     return DecryptContainer(DecryptRequest{container, folder, &key}, observer);
 }
 
-Bytes BuildContainer(const std::vector<StoredFile>& files, std::vector<std::int64_t> byteCounts,
-                     const char* passphrase) {
-    ScratchFolder inputs;
-    FileJobObserver quiet;
-    JobCipher cipher(quiet);
-    const SecretBytes key = MakePassphraseKey(passphrase);
-    if (!cipher.Cipher().EncryptPrepareKey(key.bytes())) {
+namespace {
+
+void AppendLe32(Bytes& out, std::uint32_t value) {
+    for (int shift = 0; shift < 32; shift += 8) {
+        out.push_back(static_cast<std::uint8_t>(value >> shift));
+    }
+}
+
+// BlockByHand is a compressed block laid out from its fields with zlib itself.
+Bytes BlockByHand(std::span<const std::uint8_t> data) {
+    Bytes block{0xD2, 0x02, 0x96, 0x49}; // the magic 1234567890
+    AppendLe32(block, static_cast<std::uint32_t>(data.size()));
+    uLongf length = compressBound(static_cast<uLong>(data.size()));
+    block.resize(8 + length);
+    if (compress(block.data() + 8, &length, data.data(), static_cast<uLong>(data.size())) != Z_OK) {
+        throw std::runtime_error("zlib cannot compress");
+    }
+    block.resize(8 + length);
+    return block;
+}
+
+} // namespace
+
+Bytes BuildContainer(const std::vector<StoredFile>& files, std::vector<std::int64_t> byteCounts) {
+    CRijndael cipher;
+    if (!cipher.EncryptPrepareKey(MakePassphraseKey(kPassphrase).bytes())) {
         throw std::runtime_error("cannot prepare the key");
     }
     FixedRandom random;
-    VectorSink sink;
-    ParallelCompressor onThisThread(0);
-    std::vector<ChunkFeed::Input> feedInputs;
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        const std::string input = inputs / std::to_string(i);
-        WriteFile(input, files[i].data);
-        feedInputs.push_back(ChunkFeed::Input{input, files[i].ansiName.size()});
-    }
-    ChunkFeed feed(std::move(feedInputs), onThisThread);
+    Bytes container;
     const bool countsGiven = !byteCounts.empty();
     for (const StoredFile& file : files) {
-        const AppendResult appended =
-            AppendFileToContainer(feed, file.ansiName, sink, cipher, random, onThisThread, quiet);
-        if (appended.error != FileError::None) {
-            throw std::runtime_error("cannot build the container");
-        }
+        // Salt, tail byte (99 while the file is empty), name length and name, then the data
+        // cut into chunks of 2 MiB of the whole stream; the last chunk takes what is left.
+        Bytes plain(34 + file.ansiName.size(), 99);
+        random.Fill(plain.data(), 32);
+        plain[33] = static_cast<std::uint8_t>(file.ansiName.size());
+        std::copy(file.ansiName.begin(), file.ansiName.end(), plain.begin() + 34);
+        const std::size_t recordsStart = container.size();
+        std::size_t done = 0;
+        do {
+            const std::size_t take = std::min(2097152 - plain.size(), file.data.size() - done);
+            if (take > 0) {
+                const Bytes block = BlockByHand(std::span(file.data).subspan(done, take));
+                if (done == 0) {
+                    plain[32] = static_cast<std::uint8_t>(block.size() % 32);
+                }
+                plain.insert(plain.end(), block.begin(), block.end());
+            }
+            const Bytes payload = cipher.EncryptDo(plain, done > 0);
+            AppendLe32(container, static_cast<std::uint32_t>(payload.size() - 1));
+            container.insert(container.end(), payload.begin(), payload.end());
+            done += take;
+            plain.clear();
+        } while (done < file.data.size());
         if (!countsGiven) {
-            byteCounts.push_back(appended.byteCount);
+            byteCounts.push_back(static_cast<std::int64_t>(container.size() - recordsStart));
         }
     }
     const Bytes index = EncodeIndex(byteCounts);
-    sink.bytes.insert(sink.bytes.end(), index.begin(), index.end());
-    return sink.bytes;
+    container.insert(container.end(), index.begin(), index.end());
+    return container;
 }
 
 } // namespace kelvora::testing

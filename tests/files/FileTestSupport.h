@@ -1,15 +1,14 @@
 #pragma once
 
 #include "common/Bytes.h"
-#include "common/FixedRandom.h"
-#include "common/Random.h"
 #include "common/TempFolder.h"
 #include "files/FileError.h"
 #include "files/FileIo.h"
 #include "files/FileJobObserver.h"
 
 #include <cstdint>
-#include <filesystem>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -36,7 +35,7 @@ Bytes PatternBytes(std::size_t count, std::uint32_t seed, bool compressible = fa
 // FilesBelow lists every file below folder as relative paths, sorted.
 std::vector<std::string> FilesBelow(const std::string& folder);
 
-// ScriptedObserver answers the jobs' questions from its fields and records what it saw.
+// ScriptedObserver answers the jobs' questions from its fields.
 class ScriptedObserver : public FileJobObserver {
 public:
     bool replaceContainer = false;
@@ -44,49 +43,24 @@ public:
     std::optional<std::string> anotherName;
     // cancelAfterEvents cancels once LetEventsRun was called this often (-1: never).
     int cancelAfterEvents = -1;
-
     int events = 0;
-    int questions = 0;
-    std::vector<std::string> done;
-    std::vector<std::string> refused;
 
     bool CancelRequested() override {
         return cancelAfterEvents >= 0 && events >= cancelAfterEvents;
     }
     void LetEventsRun() override { ++events; }
-    void OnFileDone(std::size_t, const std::string& path) override { done.push_back(path); }
-    void OnFileRefused(std::size_t, const std::string& name, FileError) override {
-        refused.push_back(name);
-    }
-    bool AskReplaceContainer(const std::string&) override {
-        ++questions;
-        return replaceContainer;
-    }
-    ExistingFileAnswer AskExistingFile(const std::string&) override {
-        ++questions;
-        return existingFile;
-    }
+    bool AskReplaceContainer(const std::string&) override { return replaceContainer; }
+    ExistingFileAnswer AskExistingFile(const std::string&) override { return existingFile; }
     std::optional<std::string> AskAnotherName(const std::string&) override { return anotherName; }
-};
-
-// VectorSink keeps what is written; failAfter bytes (when set) makes later writes fail.
-class VectorSink final : public ByteSink {
-public:
-    explicit VectorSink(std::int64_t failAfter = -1) : m_failAfter(failAfter) {}
-    bool Write(std::span<const std::uint8_t> bytes) override;
-    int LastError() const override { return m_failed ? 28 : 0; }
-    Bytes bytes;
-
-private:
-    std::int64_t m_failAfter;
-    bool m_failed = false;
 };
 
 inline constexpr const char* kPassphrase = "correct horse battery staple";
 
-// EncryptPaths adds paths to an input list as the CLI does and encrypts them to output.
+// EncryptPaths adds paths to an input list as the CLI does and encrypts them to output, through
+// wrapOutput's sink when given.
+using WrapOutput = std::function<std::unique_ptr<ByteSink>(ByteSink&)>;
 FileJobResult EncryptPaths(const std::vector<std::string>& paths, const std::string& output,
-                           FileJobObserver& observer, const char* passphrase = kPassphrase);
+                           FileJobObserver& observer, WrapOutput wrapOutput = {});
 FileJobResult DecryptTo(const std::string& container, const std::string& folder,
                         FileJobObserver& observer, const char* passphrase = kPassphrase);
 
@@ -96,10 +70,9 @@ struct StoredFile {
     Bytes data;
 };
 
-// BuildContainer writes the records of files under the passphrase, then the index of
-// byteCounts (the files' real counts when empty), as another copy of the program could.
+// BuildContainer writes the records of files, then the index of byteCounts (the files' real
+// counts when empty), as another copy of the program could.
 Bytes BuildContainer(const std::vector<StoredFile>& files,
-                     std::vector<std::int64_t> byteCounts = {},
-                     const char* passphrase = kPassphrase);
+                     std::vector<std::int64_t> byteCounts = {});
 
 } // namespace kelvora::testing

@@ -5,43 +5,41 @@
 namespace kelvora {
 namespace {
 
-struct SafetyCase {
+// A stored name as a container may hold it, and the path it is restored to ("" = refused).
+struct RestoreCase {
     const char* name;
     std::string storedName;
-    bool safe;
+    std::string path;
 };
 
-class StoredNameSafety : public ::testing::TestWithParam<SafetyCase> {};
+class StoredNameRestore : public ::testing::TestWithParam<RestoreCase> {};
 
-TEST_P(StoredNameSafety, RefusesNamesThatLeaveTheFolder) {
-    EXPECT_EQ(IsSafeStoredName(GetParam().storedName), GetParam().safe);
-    EXPECT_EQ(RelativePathFromStoredName(GetParam().storedName).has_value(), GetParam().safe);
+TEST_P(StoredNameRestore, GivesAPathBelowTheFolderOrNothing) {
+    EXPECT_EQ(IsSafeStoredName(GetParam().storedName), !GetParam().path.empty());
+    EXPECT_EQ(RelativePathFromStoredName(GetParam().storedName).value_or(""), GetParam().path);
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, StoredNameSafety,
-                         ::testing::Values(SafetyCase{"Plain", "a.txt", true},
-                                           SafetyCase{"Nested", "docs\\sub\\a.txt", true},
-                                           SafetyCase{"DotsInsideAName", "a..b\\.hidden", true},
-                                           SafetyCase{"ColonNotADrive", "notes:1", true},
-                                           SafetyCase{"Empty", "", false},
-                                           SafetyCase{"Absolute", "\\etc\\passwd", false},
-                                           SafetyCase{"AbsoluteSlash", "/etc/passwd", false},
-                                           SafetyCase{"DriveLetter", "C:\\x.txt", false},
-                                           SafetyCase{"DriveRelative", "c:x.txt", false},
-                                           SafetyCase{"ParentFolder", "..\\x.txt", false},
-                                           SafetyCase{"ParentInside", "a\\..\\..\\x.txt", false},
-                                           SafetyCase{"ParentBySlash", "a/../../x.txt", false},
-                                           SafetyCase{"CurrentFolder", ".\\x.txt", false},
-                                           SafetyCase{"EmptyComponent", "a\\\\x.txt", false},
-                                           SafetyCase{"TrailingSeparator", "a\\", false},
-                                           SafetyCase{"OnlyDots", "..", false},
-                                           SafetyCase{"Nul", std::string("a\0b", 3), false}),
-                         [](const auto& info) { return info.param.name; });
-
-TEST(StoredName, ReaderTurnsBackslashesIntoSlashesAndAnsiIntoUtf8) {
-    EXPECT_EQ(RelativePathFromStoredName("Fotos\\M\xFCller\\\xE9t\xE9.jpg"),
-              "Fotos/M\xC3\xBCller/\xC3\xA9t\xC3\xA9.jpg");
-}
+INSTANTIATE_TEST_SUITE_P(
+    Table, StoredNameRestore,
+    ::testing::Values(RestoreCase{"Plain", "a.txt", "a.txt"},
+                      RestoreCase{"Nested", "docs\\sub\\a.txt", "docs/sub/a.txt"},
+                      RestoreCase{"AnsiToUtf8", "M\xFCller\\\xE9t\xE9.jpg",
+                                  "M\xC3\xBCller/\xC3\xA9t\xC3\xA9.jpg"},
+                      RestoreCase{"DotsInsideAName", "a..b\\.hidden", "a..b/.hidden"},
+                      RestoreCase{"ColonNotADrive", "notes:1", "notes:1"},
+                      RestoreCase{"Empty", "", ""}, RestoreCase{"Absolute", "\\etc\\passwd", ""},
+                      RestoreCase{"AbsoluteSlash", "/etc/passwd", ""},
+                      RestoreCase{"DriveLetter", "C:\\x.txt", ""},
+                      RestoreCase{"DriveRelative", "c:x.txt", ""},
+                      RestoreCase{"ParentFolder", "..\\x.txt", ""},
+                      RestoreCase{"ParentInside", "a\\..\\..\\x.txt", ""},
+                      RestoreCase{"ParentBySlash", "a/../../x.txt", ""},
+                      RestoreCase{"CurrentFolder", ".\\x.txt", ""},
+                      RestoreCase{"EmptyComponent", "a\\\\x.txt", ""},
+                      RestoreCase{"TrailingSeparator", "a\\", ""},
+                      RestoreCase{"OnlyDots", "..", ""},
+                      RestoreCase{"Nul", std::string("a\0b", 3), ""}),
+    [](const auto& info) { return info.param.name; });
 
 struct DeriveCase {
     const char* name;
