@@ -3,6 +3,8 @@
 #include "files/FileTestSupport.h"
 
 #include <gtest/gtest.h>
+#include <iterator>
+#include <regex>
 #include <sstream>
 
 namespace kelvora {
@@ -66,16 +68,10 @@ TEST_P(FileCommandOutcome, EndsWithItsStatusAndErrorLineAndTouchesOnlyWhatItShou
     WriteFile(scratch / "c.vexo",
               BuildContainer({{"a.txt", {'n', 'e', 'w'}}, {"d\\b.txt", {'b'}}}));
     WriteFile(scratch / "out/a.txt", {'o', 'l', 'd'});
-    std::vector<std::string> args;
-    std::istringstream words(GetParam().args);
-    for (std::string arg; words >> arg; args.push_back(arg)) {
-        if (arg.starts_with("{o}")) {
-            arg.replace(0, 3, scratch / "out");
-        }
-        if (arg == "{c}") {
-            arg = scratch / "c.vexo";
-        }
-    }
+    std::string line =
+        std::regex_replace(GetParam().args, std::regex("\\{c\\}"), scratch / "c.vexo");
+    std::istringstream words(std::regex_replace(line, std::regex("\\{o\\}"), scratch / "out"));
+    const std::vector<std::string> args(std::istream_iterator<std::string>(words), {});
     const auto result = RunCli(args, {}, GetParam().wrongPassphrase ? kWrong : kSecret);
     EXPECT_EQ(result.status, GetParam().status);
     EXPECT_EQ(result.err.substr(0, GetParam().err.size()), GetParam().err) << result.err;

@@ -10,10 +10,11 @@ namespace {
 using testing::ScratchFolder;
 using testing::WriteFile;
 
+// Two paths added one after the other: the second may be the first again.
 struct AddCase {
     const char* name;
-    std::vector<std::string> added;
-    std::vector<std::string> listed;
+    std::string first;
+    std::string second;
     bool duplicate;
     std::string outputName;
 };
@@ -22,40 +23,30 @@ class InputListAdding : public ::testing::TestWithParam<AddCase> {};
 
 TEST_P(InputListAdding, ListsEachPathOnceAndFillsTheOutputName) {
     InputList list;
-    bool duplicate = false;
-    for (const std::string& path : GetParam().added) {
-        duplicate = list.AddListPath(path) || duplicate;
+    EXPECT_FALSE(list.AddListPath(GetParam().first));
+    EXPECT_EQ(list.AddListPath(GetParam().second), GetParam().duplicate);
+    EXPECT_FALSE(list.DuplicateFlag());
+    std::vector<std::string> expected{GetParam().second};
+    if (!GetParam().duplicate) {
+        expected.insert(expected.begin(), GetParam().first);
     }
     std::vector<std::string> listed;
     for (const InputEntry& entry : list.Entries()) {
         listed.push_back(entry.path);
         EXPECT_EQ(entry.relativePath, "/");
     }
-    EXPECT_EQ(listed, GetParam().listed);
-    EXPECT_EQ(duplicate, GetParam().duplicate);
-    EXPECT_FALSE(list.DuplicateFlag());
+    EXPECT_EQ(listed, expected);
     EXPECT_EQ(list.OutputName(), GetParam().outputName);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Table, InputListAdding,
-    ::testing::Values(
-        AddCase{"SameFileTwice", {"/n/a.txt", "/n/a.txt"}, {"/n/a.txt"}, true, "/n/a.vexo"},
-        AddCase{"DoubledSeparatorsCollapse",
-                {"/n//x///a.txt", "/n/x/a.txt"},
-                {"/n/x/a.txt"},
-                true,
-                "/n/x/a.vexo"},
-        AddCase{"DotInAFolderIsNoExtension",
-                {"/n/v1.2/README", "/n/b.tar.gz"},
-                {"/n/v1.2/README", "/n/b.tar.gz"},
-                false,
-                "/n/b.tar.vexo"},
-        AddCase{"FirstExtensionWins",
-                {"/n/a.doc", "/n/b.txt"},
-                {"/n/a.doc", "/n/b.txt"},
-                false,
-                "/n/a.vexo"}),
+    ::testing::Values(AddCase{"SameFileTwice", "/n/a.txt", "/n/a.txt", true, "/n/a.vexo"},
+                      AddCase{"DoubledSeparatorsCollapse", "/n//x///a.txt", "/n/x/a.txt", true,
+                              "/n/x/a.vexo"},
+                      AddCase{"DotInAFolderIsNoExtension", "/n/v1.2/README", "/n/b.tar.gz", false,
+                              "/n/b.tar.vexo"},
+                      AddCase{"FirstExtensionWins", "/n/a.doc", "/n/b.txt", false, "/n/a.vexo"}),
     [](const auto& info) { return info.param.name; });
 
 // The chosen folder holds only subfolders: their files come in, each with a relative path
