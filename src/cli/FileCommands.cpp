@@ -82,31 +82,25 @@ int EncryptFilesRun(CliContext& context, const ParsedArgs& args) {
 }
 
 // StartReading checks that a reading command got exactly one container and obtains its
-// key; on failure status holds the exit status.
-bool StartReading(CliContext& context, const ParsedArgs& args, ObtainedSecret& secret,
-                  int& status) {
+// key, or says why not in the result's status and error.
+ObtainedSecret StartReading(CliContext& context, const ParsedArgs& args) {
     if (args.operands.size() != 1) {
-        status = Fail(context, kExitUsage,
-                      args.operands.empty() ? "name the container to read"
-                                            : "unexpected argument '" + args.operands[1] + "'");
-        return false;
+        ObtainedSecret refused;
+        refused.status = kExitUsage;
+        refused.error = args.operands.empty() ? "name the container to read"
+                                              : "unexpected argument '" + args.operands[1] + "'";
+        return refused;
     }
-    secret = ObtainKey(context, args, KeyPurpose::Decrypt);
-    if (!secret.ok()) {
-        status = Fail(context, secret.status, secret.error);
-        return false;
-    }
-    return true;
+    return ObtainKey(context, args, KeyPurpose::Decrypt);
 }
 
 int DecryptFilesRun(CliContext& context, const ParsedArgs& args) {
     if (args.Has(kOverwriteOption.longName) && args.Has(kSkipExistingOption.longName)) {
         return Fail(context, kExitUsage, "--overwrite and --skip-existing exclude each other");
     }
-    int status = kExitSuccess;
-    ObtainedSecret secret;
-    if (!StartReading(context, args, secret, status)) {
-        return status;
+    const ObtainedSecret secret = StartReading(context, args);
+    if (!secret.ok()) {
+        return Fail(context, secret.status, secret.error);
     }
     FileJobAnswers answers;
     answers.quiet = args.Has(kQuietOption.longName);
@@ -130,10 +124,9 @@ int DecryptFilesRun(CliContext& context, const ParsedArgs& args) {
 }
 
 int ListRun(CliContext& context, const ParsedArgs& args) {
-    int status = kExitSuccess;
-    ObtainedSecret secret;
-    if (!StartReading(context, args, secret, status)) {
-        return status;
+    const ObtainedSecret secret = StartReading(context, args);
+    if (!secret.ok()) {
+        return Fail(context, secret.status, secret.error);
     }
     CliFileObserver observer(context, FileJobAnswers{});
     std::vector<ContainerEntry> entries;
@@ -149,10 +142,9 @@ int ListRun(CliContext& context, const ParsedArgs& args) {
 }
 
 int TestRun(CliContext& context, const ParsedArgs& args) {
-    int status = kExitSuccess;
-    ObtainedSecret secret;
-    if (!StartReading(context, args, secret, status)) {
-        return status;
+    const ObtainedSecret secret = StartReading(context, args);
+    if (!secret.ok()) {
+        return Fail(context, secret.status, secret.error);
     }
     FileJobAnswers answers;
     answers.quiet = args.Has(kQuietOption.longName);
