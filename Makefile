@@ -6,7 +6,7 @@ BENCH_DIR ?= build-bench
 JOBS ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: all deps configure build run test bench format screenshot clean
+.PHONY: all deps configure build run test bench format screenshot package clean
 
 all: build
 
@@ -29,6 +29,12 @@ bench: deps
 	cmake -S . -B $(BENCH_DIR) -DCMAKE_BUILD_TYPE=Release -DKELVORA_BUILD_BENCH=ON -DKELVORA_BUILD_TESTS=OFF -DKELVORA_BUILD_GUI=OFF
 	cmake --build $(BENCH_DIR) -j $(JOBS)
 	cmake --build $(BENCH_DIR) --target run-bench
+
+# A Debian package of both programs, copied here: apt install ./kelvora_*.deb
+package: build
+	rm -rf $(BUILD_DIR)/package
+	cd $(BUILD_DIR) && cpack -G DEB -B package
+	cp $(BUILD_DIR)/package/kelvora_*.deb .
 
 screenshot: build
 	./scripts/screenshot.sh $(BUILD_DIR)/src/app/kelvora docs/kelvora.png
