@@ -3,10 +3,11 @@
 #   make test  builds and runs every test
 BUILD_DIR ?= build
 BENCH_DIR ?= build-bench
+PORTABLE_DIR ?= build-portable
 JOBS ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: all deps configure build run test bench format screenshot package clean
+.PHONY: all deps configure build run test bench format screenshot package portable clean
 
 all: build
 
@@ -36,6 +37,10 @@ package: build
 	cd $(BUILD_DIR) && cpack -G DEB -B package
 	cp $(BUILD_DIR)/package/kelvora_*.deb .
 
+# kelvora-cli linked statically, packed with the README: kelvora-cli-VERSION-linux-x86_64.tar.gz
+portable: deps
+	JOBS=$(JOBS) ./scripts/build-portable.sh $(PORTABLE_DIR) .
+
 screenshot: build
 	./scripts/screenshot.sh $(BUILD_DIR)/src/app/kelvora docs/kelvora.png
 
@@ -43,4 +48,4 @@ format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i
 
 clean:
-	rm -rf $(BUILD_DIR) $(BENCH_DIR)
+	rm -rf $(BUILD_DIR) $(BENCH_DIR) $(PORTABLE_DIR)
