@@ -90,4 +90,8 @@ int Fail(CliContext& context, int status, std::string_view message) {
     return status;
 }
 
+void Warn(CliContext& context, std::string_view message) {
+    context.err << "kelvora-cli: warning: " << message << '\n';
+}
+
 } // namespace kelvora::cli
