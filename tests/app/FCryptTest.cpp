@@ -12,7 +12,7 @@ using testing::RunCli;
 
 namespace {
 
-const char* const kTextPage = "10 Frame_0 Command1 Command2 LblLink";
+const char* const kFilesPage = "00 Frame_1 LstCryptFiles Command4";
 
 } // namespace
 
@@ -82,14 +82,12 @@ private slots:
                                 << QString::fromLatin1(decrFile) << QString::fromLatin1(decrOutPath)
                                 << QString::fromLatin1(message);
         };
-        row("none", "", kTextPage);
-        row("filee", "/fileeXYZ", "00 Frame_1 LstCryptFiles");
-        row("filed", "/FileD", "01 Frame_1 TxtDecrFile");
-        row("setDecrFile", "/SETDECRFILE /home/Ann/Box.vexo", "01 Frame_1 TxtDecrFile",
+        row("none opens the files page", "", kFilesPage);
+        row("filee", "/fileeXYZ", "00 Frame_1 LstCryptFiles Command4");
+        row("filed", "/FileD", "01 Frame_1 TxtDecrFile Command5");
+        row("setDecrFile", "/SETDECRFILE /home/Ann/Box.vexo", "01 Frame_1 TxtDecrFile Command5",
             "/home/Ann/Box.vexo", "/home/Ann/");
-        row("setEncrFiles waits for the files page", "/setEncrFiles /a.txt /outputfile /a.vexo",
-            kTextPage);
-        row("usage names the program", "/?", kTextPage, "", "",
+        row("usage names the program", "/?", kFilesPage, "", "",
             "Parameters for Kelvora:\nkelvora [/setEncrFiles <list of files> /outputfile "
             "<file>]|[/setDecrFile <file>]");
     }
@@ -114,11 +112,30 @@ private slots:
         auto* strip = h.Find<LightTab>("TabStr");
         auto* files = h.Find<LightTab>("TabFileCrypt");
         QTest::mouseClick(strip, Qt::LeftButton, {}, strip->TabRect(FCrypt::kFilesTab).center());
-        QCOMPARE(h.Page(), u"00 Frame_1 LstCryptFiles"_s);
+        QCOMPARE(h.Page(), u"00 Frame_1 LstCryptFiles Command4"_s);
         QTest::mouseClick(files, Qt::LeftButton, {}, files->TabRect(FCrypt::kDecryptTab).center());
-        QCOMPARE(h.Page(), u"01 Frame_1 TxtDecrFile"_s);
+        QCOMPARE(h.Page(), u"01 Frame_1 TxtDecrFile Command5"_s);
         QTest::keyClick(strip, Qt::Key_Right); // cmdMail stays hidden until the mail window exists
         QCOMPARE(h.Page(), u"11 Frame_0 Command1 Command2 LblLink"_s);
+    }
+
+    void FocusStartsInTheFirstFieldOfThePageShown_data() {
+        QTest::addColumn<QString>("commandLine");
+        QTest::addColumn<QString>("field");
+        QTest::newRow("no page named") << QString() << u"LstCryptFiles"_s;
+        QTest::newRow("decrypt page") << u"/filed"_s << u"TxtDecrFile"_s;
+    }
+
+    void FocusStartsInTheFirstFieldOfThePageShown() {
+        QFETCH(QString, commandLine);
+        QFETCH(QString, field);
+        Harness h(kEnglish, commandLine.toStdString());
+        QVERIFY(h.window.focusWidget() != nullptr);
+        QCOMPARE(h.window.focusWidget()->objectName(), field);
+        auto* strip = h.Find<LightTab>("TabStr");
+        QTest::mouseClick(strip, Qt::LeftButton, {}, strip->TabRect(FCrypt::kTextTab).center());
+        QTest::keyClick(strip, Qt::Key_Tab);
+        QCOMPARE(h.window.focusWidget()->objectName(), u"txtResults"_s);
     }
 
     void ControlBoxMinimisesOnItsLeftAndClosesElsewhere() {
