@@ -243,7 +243,7 @@ private slots:
 
     void CancelDuringALongEncryptionLeavesNoContainer() {
         FileTree tree;
-        const QString input = tree.WriteNoise(u"noise.bin"_s, 64 * 1024 * 1024);
+        const QString input = tree.WriteNoise(u"noise.bin"_s, 32 * 1024 * 1024);
         Files h;
         h.window.OpenPaths({input});
         h.Fill({}, u"pw"_s);

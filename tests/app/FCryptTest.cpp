@@ -1,6 +1,14 @@
+#include "app/EncryptPage.h"
+#include "app/FileTree.h"
+#include "app/InputListBox.h"
 #include "app/WindowHarness.h"
+#include "app/WorkingPanel.h"
 
+#include <QDropEvent>
+#include <QMimeData>
+#include <QRadioButton>
 #include <QTimer>
+#include <QUrl>
 
 namespace kelvora {
 
@@ -136,6 +144,126 @@ private slots:
         QTest::mouseClick(strip, Qt::LeftButton, {}, strip->TabRect(FCrypt::kTextTab).center());
         QTest::keyClick(strip, Qt::Key_Tab);
         QCOMPARE(h.window.focusWidget()->objectName(), u"txtResults"_s);
+    }
+
+    // Drops are synthesised as the system delivers them: one container opens the decrypt page,
+    // anything else fills the input list and selects OptFiles.
+    void DroppedFilesOpenTheirPage_data() {
+        QTest::addColumn<QStringList>("dropped");
+        QTest::addColumn<QString>("page");
+        QTest::addColumn<int>("listed");
+        QTest::newRow("one container")
+            << QStringList{u"box.VEXO"_s} << u"01 Frame_1 TxtDecrFile Command5"_s << 0;
+        QTest::newRow("container and a file") << QStringList{u"box.VEXO"_s, u"a b.txt"_s}
+                                              << u"00 Frame_1 LstCryptFiles Command4"_s << 2;
+        QTest::newRow("a folder") << QStringList{u"dir"_s} << u"00 Frame_1 LstCryptFiles Command4"_s
+                                  << 2;
+    }
+
+    void DroppedFilesOpenTheirPage() {
+        QFETCH(QStringList, dropped);
+        QFETCH(QString, page);
+        QFETCH(int, listed);
+        testing::FileTree tree;
+        tree.Write(u"box.VEXO"_s, "container");
+        tree.Write(u"a b.txt"_s, "a");
+        tree.Write(u"dir/x"_s, "x");
+        tree.Write(u"dir/y/z"_s, "z");
+        Harness h(kEnglish, "/filed");
+        h.Click("OptDirs");
+        auto* mime = new QMimeData;
+        QList<QUrl> urls;
+        for (const QString& name : dropped) {
+            urls << QUrl::fromLocalFile(tree.Path(name));
+        }
+        mime->setUrls(urls);
+        const QPoint at(200, 200);
+        QDragEnterEvent enter(at, Qt::CopyAction, mime, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&h.window, &enter);
+        QVERIFY(enter.isAccepted());
+        QDropEvent drop(at, Qt::CopyAction, mime, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&h.window, &drop);
+        QCOMPARE(h.Page(), page);
+        QCOMPARE(h.Find<InputListBox>("LstCryptFiles")->count(), listed);
+        if (listed == 0) {
+            QCOMPARE(h.Find<QLineEdit>("TxtDecrFile")->text(), tree.Path(u"box.VEXO"_s));
+            QCOMPARE(h.Find<QLineEdit>("TxtDecrOutPath")->text(), tree.Path() + u'/');
+        } else {
+            QVERIFY(h.Find<QRadioButton>("OptFiles")->isChecked());
+            QVERIFY(!h.Find<QLineEdit>("TxtEncrFileName")->text().isEmpty());
+        }
+        delete mime;
+    }
+
+    void DropsOfOtherDataAreRefused() {
+        Harness h;
+        QMimeData text;
+        text.setText(u"just text"_s);
+        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &text, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&h.window, &enter);
+        QVERIFY(!enter.isAccepted());
+    }
+
+    // The system splits the command line into words; a path with blanks is one of them.
+    void CommandLineWordsKeepBlanksInPaths() {
+        testing::FileTree tree;
+        const QString first = tree.Write(u"a b/c.txt"_s, "c");
+        const QString second = tree.Write(u"d.txt"_s, "d");
+        const QString output = tree.Path(u"x y/out.vexo"_s);
+        testing::RecordingMessageService messages;
+        testing::FixedRandom random;
+        FCrypt window(messages, random, kFrench);
+        window.show();
+        window.Load({"/SetEncrFiles", first.toStdString(), second.toStdString(), "/OUTPUTFILE",
+                     output.toStdString()},
+                    u"kelvora"_s);
+        auto* list = window.findChild<InputListBox*>(u"LstCryptFiles"_s);
+        QCOMPARE(list->count(), 2);
+        QCOMPARE(list->item(0)->text(), first);
+        QCOMPARE(list->item(1)->text(), second);
+        QCOMPARE(window.findChild<QLineEdit*>(u"TxtEncrFileName"_s)->text(), output);
+        QVERIFY(window.findChild<QWidget*>(u"Command4"_s)->isVisible());
+
+        FCrypt decrypting(messages, random, kFrench);
+        decrypting.show();
+        decrypting.Load({"/setdecrfile", tree.Path(u"a b/box.vexo"_s).toStdString()}, u"k"_s);
+        QCOMPARE(decrypting.findChild<QLineEdit*>(u"TxtDecrFile"_s)->text(),
+                 tree.Path(u"a b/box.vexo"_s));
+        QCOMPARE(decrypting.findChild<QLineEdit*>(u"TxtDecrOutPath"_s)->text(),
+                 tree.Path(u"a b/"_s));
+        QVERIFY(messages.shown.isEmpty());
+    }
+
+    // A file manager opening files with the program passes their paths alone.
+    void PathsAloneOpenAsIfDropped() {
+        testing::FileTree tree;
+        const QString container = tree.Write(u"my box.vexo"_s, "container");
+        Harness h(kEnglish);
+        h.window.Load(std::vector<std::string>{container.toStdString()}, u"kelvora"_s);
+        QCOMPARE(h.Page(), u"01 Frame_1 TxtDecrFile Command5"_s);
+        QCOMPARE(h.Find<QLineEdit>("TxtDecrFile")->text(), container);
+    }
+
+    // Closing the window during a job cancels the job; the window goes once it has ended.
+    void ClosingDuringAJobCancelsIt() {
+        testing::FileTree tree;
+        const QString input = tree.WriteNoise(u"noise.bin"_s, 32 * 1024 * 1024);
+        Harness h(kEnglish);
+        h.window.OpenPaths({input});
+        h.Fill({}, u"pw"_s);
+        bool closed = false;
+        QTimer poll;
+        QObject::connect(&poll, &QTimer::timeout, [&] {
+            if (h.window.IsWorking() && !closed) {
+                closed = h.window.close();
+            }
+        });
+        poll.start(20);
+        h.Click("Command4");
+        QVERIFY(closed);
+        QVERIFY(!h.window.isVisible());
+        QVERIFY(h.window.Working().CancelRequested());
+        QCOMPARE(tree.Contents().keys(), QStringList{u"noise.bin"_s});
     }
 
     void ControlBoxMinimisesOnItsLeftAndClosesElsewhere() {
