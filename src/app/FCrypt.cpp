@@ -1,5 +1,6 @@
 #include "app/FCrypt.h"
 
+#include "app/Accessibility.h"
 #include "app/CommandLine.h"
 #include "app/DecryptPage.h"
 #include "app/EncryptPage.h"
@@ -17,6 +18,7 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
+#include <QLabel>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QWindow>
@@ -60,6 +62,7 @@ bool AllExist(const std::vector<std::string>& paths) {
 FCrypt::FCrypt(MessageService& messages, RandomSource& random, int languageOffset, QWidget* parent)
     : QWidget(parent, Qt::Window | Qt::FramelessWindowHint), m_context{messages, random,
                                                                        languageOffset} {
+    InstallAccessibility();
     BuildWindow();
     m_tabStr->SetActiveTab(kStartTab);
 }
@@ -95,6 +98,25 @@ void FCrypt::Localise() {
     m_tabFileCrypt->SetCaption(kEncryptTab, m_context.Text(183));
     m_tabFileCrypt->SetCaption(kDecryptTab, m_context.Text(184));
     m_encryptPage->Localise();
+    NameForScreenReaders();
+}
+
+void FCrypt::NameForScreenReaders() {
+    constexpr int kFirstLanguageNameId = 501;
+    for (std::size_t i = 0; i < m_flags.size(); ++i) {
+        m_flags[i]->setAccessibleName(m_context.Text(kFirstLanguageNameId + static_cast<int>(i)));
+    }
+    m_tabStr->setAccessibleName(m_context.Text(523));
+    m_tabFileCrypt->setAccessibleName(m_context.Text(167));
+    m_controlBox->setAccessibleName(m_context.Text(500));
+    m_controlBox->setProperty("minimiseName", m_context.Text(524));
+    m_controlBox->setProperty("closeName", m_context.Text(525));
+    // Every field is named by its caption, as a reader of the window would name it.
+    for (QLabel* label : findChildren<QLabel*>()) {
+        if (label->buddy() != nullptr) {
+            label->buddy()->setAccessibleName(label->text());
+        }
+    }
 }
 
 void FCrypt::DispatchCommandLine(const std::vector<std::string>& arguments,

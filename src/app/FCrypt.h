@@ -12,6 +12,7 @@
 
 namespace kelvora {
 
+class ControlBox;
 class DecryptPage;
 class EncryptPage;
 class FlagImage;
@@ -82,6 +83,7 @@ private:
 
     // Pages, language and window handling (FCrypt.cpp).
     void Localise();
+    void NameForScreenReaders();
     void DispatchCommandLine(const std::vector<std::string>& arguments, const QString& programName);
     void FocusFirstField();
     void ShowPage(int strTab, int fileTab);
@@ -93,6 +95,7 @@ private:
 
     ucShape* m_background = nullptr;
     std::array<FlagImage*, 4> m_flags{};
+    ControlBox* m_controlBox = nullptr;
     LightTab* m_tabStr = nullptr;
     LightTab* m_tabFileCrypt = nullptr;
     TextPage* m_textPage = nullptr;

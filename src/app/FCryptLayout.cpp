@@ -120,11 +120,11 @@ QWidget* FCrypt::BuildHeader() {
         row->addWidget(m_flags[i]);
     }
     row->addSpacing(18);
-    auto* controlBox = new ControlBox(header);
-    controlBox->setToolTip(QStringLiteral("#%1").arg(kControlBoxTipId));
-    connect(controlBox, &ControlBox::minimiseRequested, this, &QWidget::showMinimized);
-    connect(controlBox, &ControlBox::closeRequested, this, &QWidget::close);
-    row->addWidget(controlBox, 0, Qt::AlignVCenter);
+    m_controlBox = new ControlBox(header);
+    m_controlBox->setToolTip(QStringLiteral("#%1").arg(kControlBoxTipId));
+    connect(m_controlBox, &ControlBox::minimiseRequested, this, &QWidget::showMinimized);
+    connect(m_controlBox, &ControlBox::closeRequested, this, &QWidget::close);
+    row->addWidget(m_controlBox, 0, Qt::AlignVCenter);
     return header;
 }
 

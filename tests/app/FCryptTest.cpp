@@ -4,6 +4,7 @@
 #include "app/WindowHarness.h"
 #include "app/WorkingPanel.h"
 
+#include <QAccessible>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QRadioButton>
@@ -264,6 +265,64 @@ private slots:
         QVERIFY(!h.window.isVisible());
         QVERIFY(h.window.Working().CancelRequested());
         QCOMPARE(tree.Contents().keys(), QStringList{u"noise.bin"_s});
+    }
+
+    // What a screen reader finds: the custom controls with their roles, names and states,
+    // and every field named by its caption. Pressing through the accessibility layer works.
+    void CustomControlsTellTheAccessibilityLayerWhatTheyAre() {
+        Harness h(kGerman);
+        const auto node = [&h](const char* name) {
+            return QAccessible::queryAccessibleInterface(h.Find(name));
+        };
+        QAccessibleInterface* strip = node("TabStr");
+        QCOMPARE(strip->role(), QAccessible::PageTabList);
+        QCOMPARE(strip->text(QAccessible::Name), Catalogue(kGerman, 523));
+        QCOMPARE(strip->childCount(), 2);
+        QAccessibleInterface* textTab = strip->child(FCrypt::kTextTab);
+        QCOMPARE(textTab->role(), QAccessible::PageTab);
+        QCOMPARE(textTab->text(QAccessible::Name), Catalogue(kGerman, 166));
+        QCOMPARE(strip->indexOfChild(textTab), FCrypt::kTextTab);
+        QVERIFY(strip->child(FCrypt::kFilesTab)->state().selected);
+        QVERIFY(!textTab->state().selected);
+        textTab->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QCOMPARE(h.Find<LightTab>("TabStr")->ActiveTab(), FCrypt::kTextTab);
+        QVERIFY(textTab->state().selected);
+        QCOMPARE(node("TabFileCrypt")->child(1)->text(QAccessible::Name), Catalogue(kGerman, 184));
+
+        QCOMPARE(node("ImageFR")->role(), QAccessible::Button);
+        QCOMPARE(node("ImageFR")->text(QAccessible::Name), u"Fran\u00e7ais"_s);
+        node("ImageFR")->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QCOMPARE(h.window.LanguageOffset(), kFrench);
+        QCOMPARE(node("TabStr")->text(QAccessible::Name), Catalogue(kFrench, 523));
+
+        QCOMPARE(node("LblLink")->role(), QAccessible::Link);
+        QCOMPARE(node("LblLink")->text(QAccessible::Name), Catalogue(kFrench, 160));
+
+        QAccessibleInterface* box = node("IControlBx");
+        QCOMPARE(box->childCount(), 2);
+        QCOMPARE(box->child(0)->role(), QAccessible::Button);
+        QCOMPARE(box->child(0)->text(QAccessible::Name), Catalogue(kFrench, 524));
+        QCOMPARE(box->child(1)->text(QAccessible::Name), Catalogue(kFrench, 525));
+        box->child(0)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QVERIFY(h.window.windowState() & Qt::WindowMinimized);
+
+        for (const auto& [field, caption] : {std::pair{"TxtCode", "Label4"},
+                                             {"txtResults", "LblText"},
+                                             {"LstCryptFiles", "LblInputFiles"},
+                                             {"TxtEncrFileName", "LblOutputFile"},
+                                             {"TxtDecrFile", "LblDecrFile"},
+                                             {"TxtDecrOutPath", "LblDecrOutPath"}}) {
+            QCOMPARE(node(field)->text(QAccessible::Name), h.Find<QLabel>(caption)->text());
+        }
+    }
+
+    void NoStarShowsBeforeTheFirstRating() {
+        testing::RecordingMessageService messages;
+        testing::FixedRandom random;
+        FCrypt window(messages, random, kEnglish);
+        for (const char* star : {"Stern_1", "Stern_5"}) {
+            QVERIFY(window.findChild<QWidget*>(QString::fromLatin1(star))->isHidden());
+        }
     }
 
     void ControlBoxMinimisesOnItsLeftAndClosesElsewhere() {
