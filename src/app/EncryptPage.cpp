@@ -159,7 +159,8 @@ void EncryptPage::OnBrowseOutputClick() {
 }
 
 void EncryptPage::UpdateListState() {
-    const std::size_t count = m_lstCryptFiles->List().Entries().size();
+    // The widget's count, not the list's: a folder walk may be adding to the list meanwhile.
+    const int count = m_lstCryptFiles->count();
     m_cmdDel->setEnabled(count > 0);
     m_lblListInfo->setText(m_context.Text(
         kListInfoId, m_context.Locale().formattedDataSize(m_lstCryptFiles->TotalBytes()),

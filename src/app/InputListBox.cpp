@@ -44,6 +44,7 @@ InputListBox::InputListBox(QWidget* parent) : QListWidget(parent) {
 bool InputListBox::AddPaths(const QStringList& paths, JobHost& host) {
     const std::size_t first = m_list.Entries().size();
     bool refused = false;
+    std::vector<std::int64_t> sizes; // measured on the worker, taken over once it is done
     {
         JobScope job(host);
         FileJobObserver answers; // a walk asks nothing
@@ -57,13 +58,16 @@ bool InputListBox::AddPaths(const QStringList& paths, JobHost& host) {
                 }
             }
             const std::vector<InputEntry>& entries = m_list.Entries();
-            for (std::size_t i = m_sizes.size(); i < entries.size(); ++i) {
-                m_sizes.push_back(SizeOf(entries[i].path));
-                m_totalBytes += m_sizes.back();
+            for (std::size_t i = first; i < entries.size(); ++i) {
+                sizes.push_back(SizeOf(entries[i].path));
             }
             return FileJobResult{};
         });
         (void)result;
+    }
+    for (const std::int64_t size : sizes) {
+        m_sizes.push_back(size);
+        m_totalBytes += size;
     }
     ShowEntriesFrom(first);
     return refused;

@@ -27,8 +27,10 @@ public:
     void RemoveSelected();
     void ClearAll();
 
+    // The list may be read and changed only while no folder walk runs (the window is idle).
     const InputList& List() const { return m_list; }
     InputList& List() { return m_list; }
+    // The total size of the entries shown.
     std::int64_t TotalBytes() const { return m_totalBytes; }
 
 signals:
