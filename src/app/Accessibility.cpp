@@ -89,6 +89,18 @@ public:
         return QAccessibleWidget::text(t);
     }
     int childCount() const override { return static_cast<int>(Parts().size()); }
+    // The focus rests on the selected part (the active tab) while the control has it.
+    QAccessibleInterface* focusChild() const override {
+        if (widget()->window()->focusWidget() != widget()) {
+            return nullptr;
+        }
+        for (int i = 0; i < childCount(); ++i) {
+            if (child(i)->state().selected) {
+                return child(i);
+            }
+        }
+        return nullptr;
+    }
     QAccessibleInterface* child(int index) const override {
         const auto& parts = Parts();
         return index >= 0 && index < static_cast<int>(parts.size())
@@ -208,6 +220,20 @@ QAccessibleInterface* Factory(const QString& className, QObject* object) {
 }
 
 } // namespace
+
+void NotifyTabSelected(LightTab* strip, int tab) {
+    if (!QAccessible::isActive()) {
+        return;
+    }
+    QAccessibleEvent selected(strip, QAccessible::Selection);
+    selected.setChild(tab);
+    QAccessible::updateAccessibility(&selected);
+    if (strip->hasFocus()) {
+        QAccessibleEvent focus(strip, QAccessible::Focus);
+        focus.setChild(tab);
+        QAccessible::updateAccessibility(&focus);
+    }
+}
 
 void InstallAccessibility() {
     static bool installed = false;

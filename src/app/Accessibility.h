@@ -9,4 +9,9 @@ namespace kelvora {
 // the main window is shown; calling it again does nothing.
 void InstallAccessibility();
 
+class LightTab;
+
+// NotifyTabSelected tells a listening screen reader that a tab strip now shows tab.
+void NotifyTabSelected(LightTab* strip, int tab);
+
 } // namespace kelvora

@@ -66,8 +66,10 @@ public:
                 m_fileChanged = false;
             }
         }
-        m_display.OnProgressRange(m_chunkMaximum);
-        m_display.OnProgress(m_chunkPosition);
+        if (const std::int64_t maximum = m_chunkMaximum; maximum > 0) {
+            m_display.OnProgressRange(maximum);
+            m_display.OnProgress(m_chunkPosition);
+        }
         const std::int64_t bytes = m_bytesDone.exchange(0);
         if (bytes != 0) {
             m_display.OnBytesDone(bytes);

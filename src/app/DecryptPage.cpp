@@ -16,6 +16,7 @@
 #include <QPushButton>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <exception>
 
 namespace kelvora {
 namespace {
@@ -163,9 +164,13 @@ std::optional<FileJobResult> DecryptPage::Decrypt(Outcome& outcome) {
     const DecryptRequest request{m_txtDecrFile->text().toStdString(), outcome.folder.toStdString(),
                                  &*key};
     DecryptAnswers answers(m_context, outcome);
-    return BackgroundJob(job.Observer(), answers).Run([&request](FileJobObserver& observer) {
-        return DecryptContainer(request, observer);
-    });
+    try {
+        return BackgroundJob(job.Observer(), answers).Run([&request](FileJobObserver& observer) {
+            return DecryptContainer(request, observer);
+        });
+    } catch (const std::exception&) { // a container made to exhaust the reader
+        return Failure(FileError::DamagedData, 0, 0, request.containerPath);
+    }
 }
 
 void DecryptPage::ShowOutcome(const Outcome& outcome) {

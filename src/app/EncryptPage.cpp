@@ -19,6 +19,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
+#include <exception>
 #include <filesystem>
 
 namespace kelvora {
@@ -223,9 +224,13 @@ std::optional<FileJobResult> EncryptPage::Encrypt(const QString& output, bool re
     }
     const EncryptRequest request{entries, output.toStdString(), &*key, &m_context.random, {}};
     EncryptAnswers answers(m_context, replaceAgreed);
-    return BackgroundJob(job.Observer(), answers).Run([&request](FileJobObserver& observer) {
-        return EncryptFiles(request, observer);
-    });
+    try {
+        return BackgroundJob(job.Observer(), answers).Run([&request](FileJobObserver& observer) {
+            return EncryptFiles(request, observer);
+        });
+    } catch (const std::exception&) { // no memory left for the job
+        return Failure(FileError::WriteFailed, 0, 0, request.outputPath);
+    }
 }
 
 } // namespace kelvora

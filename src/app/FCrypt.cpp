@@ -196,6 +196,7 @@ void FCrypt::ShowPage(int strTab, int fileTab) {
 }
 
 void FCrypt::OnTabStrChange(int newTab) {
+    NotifyTabSelected(m_tabStr, newTab);
     m_textPage->hide();
     m_filesPage->hide();
     if (newTab == kFilesTab) {
@@ -206,6 +207,7 @@ void FCrypt::OnTabStrChange(int newTab) {
 }
 
 void FCrypt::OnTabFileCryptChange(int newTab) {
+    NotifyTabSelected(m_tabFileCrypt, newTab);
     m_encryptPage->setVisible(newTab == kEncryptTab);
     m_decryptPage->setVisible(newTab == kDecryptTab);
 }

@@ -77,6 +77,7 @@ void WorkingPanel::Start() {
     m_fileCount = 0;
     m_totalBytes = 0;
     m_bytesDone = 0;
+    m_chunksReported = false;
     m_lblJobFile->clear();
     m_lblJobSpeed->clear();
     m_pictArbeitampel->SetQuarters(0);
@@ -102,6 +103,7 @@ void WorkingPanel::RequestCancel() {
 }
 
 void WorkingPanel::OnProgressRange(std::int64_t maximum) {
+    m_chunksReported = true;
     m_progressBar1->SetMax(maximum);
 }
 
@@ -130,6 +132,10 @@ void WorkingPanel::OnFileStarted(std::size_t index, const std::string& name) {
 
 void WorkingPanel::OnBytesDone(std::int64_t bytes) {
     m_bytesDone += bytes;
+    if (!m_chunksReported && m_totalBytes > 0) {
+        m_progressBar1->SetMax(m_totalBytes);
+        m_progressBar1->SetPosition(std::min(m_bytesDone, m_totalBytes));
+    }
     ShowSpeed();
 }
 

@@ -61,6 +61,7 @@ private:
     std::size_t m_fileCount = 0;
     std::int64_t m_totalBytes = 0;
     std::int64_t m_bytesDone = 0;
+    bool m_chunksReported = false; // else ProgressBar1 follows the bytes of the whole job
     WorkingLight* m_pictArbeitampel = nullptr;
     QLabel* m_lblJobFile = nullptr;
     QLabel* m_lblJobSpeed = nullptr;

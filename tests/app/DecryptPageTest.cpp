@@ -161,8 +161,8 @@ private slots:
         QTimer poll;
         auto& panel = h.window.Working();
         QObject::connect(&poll, &QTimer::timeout, [&] {
-            // Cancel once the panel shows the file in work.
-            if (h.window.IsWorking() && !h.Find<QLabel>("LblJobFile")->text().isEmpty()) {
+            // Cancel once the bar shows the first bytes restored.
+            if (h.window.IsWorking() && panel.ChunkBar().Position() > 0) {
                 h.Click("cmdCancel");
             }
         });

@@ -287,6 +287,8 @@ private slots:
         textTab->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         QCOMPARE(h.Find<LightTab>("TabStr")->ActiveTab(), FCrypt::kTextTab);
         QVERIFY(textTab->state().selected);
+        h.Find("TabStr")->setFocus();
+        QCOMPARE(strip->focusChild(), textTab);
         QCOMPARE(node("TabFileCrypt")->child(1)->text(QAccessible::Name), Catalogue(kGerman, 184));
 
         QCOMPARE(node("ImageFR")->role(), QAccessible::Button);
