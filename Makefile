@@ -42,7 +42,10 @@ portable: deps
 	JOBS=$(JOBS) ./scripts/build-portable.sh $(PORTABLE_DIR) .
 
 screenshot: build
-	./scripts/screenshot.sh $(BUILD_DIR)/src/app/kelvora docs/kelvora.png
+	./scripts/screenshot.sh $(BUILD_DIR)/src/app/kelvora docs/kelvora.png en_US \
+		/setEncrFiles DEMO /outputfile DEMO.vexo
+	./scripts/screenshot.sh $(BUILD_DIR)/src/app/kelvora docs/kelvora-decrypt.png en_US \
+		/setDecrFile DEMO.vexo
 
 format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i

@@ -46,6 +46,7 @@ PassphraseArea::PassphraseArea(WindowContext& context, QWidget* parent)
     connect(m_cmdPassgen, &QPushButton::clicked, this, &PassphraseArea::OnCmdPassgenClick);
     connect(m_chkHPwd, &QCheckBox::toggled, this, &PassphraseArea::OnChkHPwdClick);
     connect(m_txtCode, &QLineEdit::textChanged, this, &PassphraseArea::Rate);
+    Rate(); // no star shows before the first rating
 }
 
 bool PassphraseArea::IsEmpty() const {

@@ -68,6 +68,10 @@ TextPage::TextPage(WindowContext& context, PassphraseArea& passphrase, JobHost& 
     connect(m_lblLink, &ClickLabel::clicked, this, &TextPage::OnLblLinkClick);
 }
 
+QWidget* TextPage::FirstField() const {
+    return m_txtResults;
+}
+
 bool TextPage::TextInputsGiven() {
     if (m_passphrase.IsEmpty() || m_txtResults->toPlainText().isEmpty()) {
         m_context.ShowMessage(kMissingInputMessageId);

@@ -31,7 +31,7 @@ public:
     TextPage(WindowContext& context, PassphraseArea& passphrase, JobHost& host,
              QWidget* parent = nullptr);
 
-    QPlainTextEdit* TextBox() const { return m_txtResults; }
+    QWidget* FirstField() const;
 
 private:
     void OnCommand1Click();

@@ -9,8 +9,11 @@
 
 #include <QApplication>
 #include <QLocale>
+#include <algorithm>
 #include <cstdio>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -36,7 +39,9 @@ int main(int argc, char* argv[]) {
     kelvora::FCrypt window(messages, random, SystemLanguageOffset());
     messages.setParent(&window);
     window.show();
-    window.Load(kelvora::JoinArguments(argc, argv),
+    // The arguments as the system split them, so a path with blanks stays one path.
+    const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+    window.Load(arguments,
                 QString::fromStdString(kelvora::ProgramName(argc > 0 ? argv[0] : "kelvora")));
     return QApplication::exec();
 }

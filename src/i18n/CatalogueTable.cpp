@@ -498,6 +498,102 @@ constexpr CatalogueRow kRows[] = {
           "%s [/setEncrFiles <lista de archivos> /outputfile <archivo>]|[/setDecrFile <archivo>]",
           "Paramètres de Kelvora :\r\n"
           "%s [/setEncrFiles <liste de fichiers> /outputfile <fichier>]|[/setDecrFile <fichier>]"},
+
+    // Why a file job failed, shown after "Error:" (103); "%s" names the file.
+    {510, "Der Name von „%s“ ist zu lang, um gespeichert zu werden (mehr als 255 Byte).",
+          "The name of \"%s\" is too long to be stored (more than 255 bytes).",
+          "El nombre de «%s» es demasiado largo para guardarlo (más de 255 bytes).",
+          "Le nom de « %s » est trop long pour être enregistré (plus de 255 octets)."},
+
+    {511, "Der Name „%s“ würde aus dem Ausgabeverzeichnis hinausführen; diese Datei wird "
+          "nicht verarbeitet.",
+          "The name \"%s\" would lead outside the output directory; this file is not processed.",
+          "El nombre «%s» llevaría fuera del directorio de salida; este archivo no se procesa.",
+          "Le nom « %s » mènerait hors du répertoire de sortie ; ce fichier n'est pas traité."},
+
+    {512, "„%s“ kann nicht gelesen werden.",
+          "\"%s\" cannot be read.",
+          "No se puede leer «%s».",
+          "Impossible de lire « %s »."},
+
+    {513, "„%s“ kann nicht geschrieben werden.",
+          "\"%s\" cannot be written.",
+          "No se puede escribir «%s».",
+          "Impossible d'écrire « %s »."},
+
+    {514, "Die Daten von „%s“ sind beschädigt.",
+          "The data of \"%s\" are damaged.",
+          "Los datos de «%s» están dañados.",
+          "Les données de « %s » sont endommagées."},
+
+    {515, "„%s“ kann nicht komprimiert werden.",
+          "\"%s\" cannot be compressed.",
+          "No se puede comprimir «%s».",
+          "Impossible de compresser « %s »."},
+
+    {516, "Die Ausgabedatei „%s“ ist selbst eine der Eingabedateien.",
+          "The output file \"%s\" is itself one of the input files.",
+          "El archivo de salida «%s» es a su vez uno de los archivos de entrada.",
+          "Le fichier de sortie « %s » fait lui-même partie des fichiers d'entrée."},
+
+    // The working panel during a file job: the current file, then the speed and the time left.
+    {517, "Datei: %s",
+          "File: %s",
+          "Archivo: %s",
+          "Fichier : %s"},
+
+    {518, "%s pro Sekunde, noch etwa %d s",
+          "%s per second, about %d s left",
+          "%s por segundo, quedan unos %d s",
+          "%s par seconde, encore environ %d s"},
+
+    // The input list's count and total size; the line after a decryption ("%s" a link to the
+    // folder) and the files it did not restore.
+    {519, "%d Einträge, %s",
+          "%d entries, %s",
+          "%d entradas, %s",
+          "%d entrées, %s"},
+
+    {520, "%d Datei(en) wiederhergestellt in %s",
+          "%d file(s) restored in %s",
+          "%d archivo(s) restaurado(s) en %s",
+          "%d fichier(s) restauré(s) dans %s"},
+
+    {521, "Nicht wiederhergestellt: %s",
+          "Not restored: %s",
+          "No restaurado: %s",
+          "Non restauré : %s"},
+
+    // Browse buttons and the titles of the folder choosers.
+    {522, "Durchsuchen …",
+          "Browse…",
+          "Examinar…",
+          "Parcourir…"},
+
+    {523, "Seiten",
+          "Pages",
+          "Páginas",
+          "Pages"},
+
+    {524, "Minimieren",
+          "Minimize",
+          "Minimizar",
+          "Réduire"},
+
+    {525, "Schließen",
+          "Close",
+          "Cerrar",
+          "Fermer"},
+
+    {526, "Zu verschlüsselndes Verzeichnis auswählen",
+          "Select a directory to encrypt",
+          "Seleccione un directorio para cifrar",
+          "Sélectionnez un répertoire à chiffrer"},
+
+    {527, "Ausgabeverzeichnis auswählen",
+          "Select the output directory",
+          "Seleccione el directorio de salida",
+          "Sélectionnez le répertoire de sortie"},
 };
 // clang-format on
 
