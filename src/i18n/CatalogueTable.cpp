@@ -543,7 +543,8 @@ constexpr CatalogueRow kRows[] = {
           "Acerca de Kelvora",
           "À propos de Kelvora"},
 
-    // The mail window: a field too long to send, its busy state, the encrypted text's label.
+    // The mail window: a field too long to send, its busy state, the encrypted text's label,
+    // characters the server cannot take.
     {555, "Der Text ist zu lang, um per E-Mail gesendet zu werden: Ein Feld darf höchstens "
           "32.767 Zeichen enthalten.",
           "The text is too long to be sent by mail: a field may hold at most 32,767 characters.",
@@ -561,6 +562,15 @@ constexpr CatalogueRow kRows[] = {
           "Encrypted text:",
           "Texto cifrado:",
           "Texte chiffré :"},
+
+    {558, "Diese Zeichen können nicht per E-Mail gesendet werden, weil der Server nur "
+          "westeuropäische Zeichen annimmt. Bitte entfernen Sie sie: %s",
+          "These characters cannot be sent by mail, because the server takes Western European "
+          "characters only. Please remove them: %s",
+          "Estos caracteres no se pueden enviar por correo, porque el servidor solo admite "
+          "caracteres de Europa occidental. Elimínelos: %s",
+          "Ces caractères ne peuvent pas être envoyés par e-mail, car le serveur n'accepte que "
+          "les caractères d'Europe occidentale. Veuillez les supprimer : %s"},
 
     // The welcome window: what the program does, its version ("%s" is "1.0"), and the three
     // panels, each a heading, a paragraph, a call to action and its link.

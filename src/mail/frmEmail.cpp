@@ -1,0 +1,235 @@
+#include "mail/frmEmail.h"
+
+#include "app/FormWidgets.h"
+#include "app/Theme.h"
+#include "common/Ansi.h"
+#include "common/LineBreaks.h"
+#include "i18n/Catalogue.h"
+#include "i18n/LocaliseForm.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSet>
+#include <QVBoxLayout>
+
+namespace kelvora {
+namespace {
+
+constexpr int kTitleId = 394;
+constexpr int kSentId = 401;
+constexpr int kSendErrorId = 402;
+constexpr int kConnectionNeededId = 403;
+constexpr int kInvalidAddressId = 404;
+constexpr int kTooLongId = 555;
+constexpr int kNotSendableId = 558;
+
+// NotInAnsi lists the characters of text that Windows-1252 cannot hold, each once.
+QString NotInAnsi(const QString& text) {
+    QString missing;
+    for (const QChar c : text) {
+        const std::string one = QString(c).toStdString();
+        if (Utf8FromAnsi(AnsiFromUtf8(one)) != one && !missing.contains(c)) {
+            missing += c;
+        }
+    }
+    return missing;
+}
+
+std::string AnsiOf(const QString& text) {
+    return ToCrLf(AnsiFromUtf8(text.toStdString()));
+}
+
+QPlainTextEdit* TextBox(const QString& name, QWidget* parent) {
+    auto* box = new QPlainTextEdit(parent);
+    box->setObjectName(name);
+    box->setTabChangesFocus(true);
+    return box;
+}
+
+} // namespace
+
+frmEmail::frmEmail(MessageService& messages, int languageOffset, QWidget* parent)
+    : QWidget(parent, Qt::Window), m_messages(messages), m_languageOffset(languageOffset),
+      m_network(new QNetworkAccessManager(this)) {
+    BuildWindow();
+    LocaliseForm(this, languageOffset);
+    m_txtCrypt->setAccessibleName(Text(557));
+    SetSending(false);
+}
+
+void frmEmail::BuildWindow() {
+    setObjectName(QStringLiteral("frmEmail"));
+    setProperty("Tag", QStringLiteral("#%1").arg(kTitleId));
+    setAttribute(Qt::WA_DeleteOnClose);
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(theme::StyleSheet() + QStringLiteral("#frmEmail { background: %1; }"
+                                                       "QLabel[role=\"warning\"] { color: #B03A2E;"
+                                                       " font-weight: bold; }")
+                                            .arg(theme::kWindow.name()));
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(22, 18, 22, 18);
+    layout->setSpacing(10);
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(12);
+    grid->setVerticalSpacing(8);
+    const auto addField = [this, grid](int row, const QString& labelName, int labelId,
+                                       QLineEdit*& edit, const QString& editName) {
+        QLabel* label = CaptionLabel(labelName, labelId, this, QStringLiteral("prompt"));
+        edit = new QLineEdit(this);
+        edit->setObjectName(editName);
+        label->setBuddy(edit);
+        grid->addWidget(label, row, 0);
+        grid->addWidget(edit, row, 1);
+    };
+    addField(0, QStringLiteral("lblsenderName"), 395, m_txtSender, QStringLiteral("TxtSender"));
+    addField(1, QStringLiteral("Label1"), 396, m_txtAdrSender, QStringLiteral("TxtAdrSender"));
+    addField(2, QStringLiteral("Label3"), 397, m_txtReceipAdr, QStringLiteral("txtReceipAdr"));
+    grid->setColumnStretch(1, 1);
+    layout->addLayout(grid);
+
+    QLabel* lblMsg = CaptionLabel(QStringLiteral("LblMsg"), 398, this, QStringLiteral("prompt"));
+    m_textMsg = TextBox(QStringLiteral("TextMsg"), this);
+    m_textMsg->setFixedHeight(90);
+    lblMsg->setBuddy(m_textMsg);
+    layout->addWidget(lblMsg);
+    layout->addWidget(m_textMsg);
+    layout->addWidget(
+        CaptionLabel(QStringLiteral("lblWarn"), 399, this, QStringLiteral("warning")));
+
+    QLabel* lblCrypt = CaptionLabel(QStringLiteral("LblCrypt"), 557, this);
+    m_txtCrypt = TextBox(QStringLiteral("TxtCrypt"), this);
+    m_txtCrypt->setReadOnly(true);
+    QFont mono(QStringLiteral("DejaVu Sans Mono"));
+    mono.setStyleHint(QFont::Monospace);
+    mono.setPointSize(9);
+    m_txtCrypt->setFont(mono);
+    lblCrypt->setBuddy(m_txtCrypt);
+    layout->addWidget(lblCrypt);
+    layout->addWidget(m_txtCrypt, 1);
+
+    auto* buttons = new QHBoxLayout;
+    m_lblSending = CaptionLabel(QStringLiteral("LblSending"), 556, this, QStringLiteral("hint"));
+    m_cmdSend = CommandButton(QStringLiteral("cmdSend"), 400, this, true);
+    m_cmdCancel = CommandButton(QStringLiteral("cmdCancel"), 150, this);
+    buttons->addWidget(m_lblSending);
+    buttons->addStretch();
+    buttons->addWidget(m_cmdSend);
+    buttons->addWidget(m_cmdCancel);
+    layout->addLayout(buttons);
+    m_cmdSend->setDefault(true);
+
+    connect(m_cmdSend, &QPushButton::clicked, this, &frmEmail::OnCmdSendClick);
+    connect(m_cmdCancel, &QPushButton::clicked, this, &frmEmail::OnCmdCancelClick);
+    resize(560, 620);
+}
+
+void frmEmail::SetMsg(const QString& msg) {
+    m_msg = msg;
+    m_txtCrypt->setPlainText(msg);
+}
+
+std::optional<MailFields> frmEmail::FieldsToSend() {
+    const QString typed[] = {m_txtSender->text(), m_txtAdrSender->text(), m_txtReceipAdr->text(),
+                             m_textMsg->toPlainText()};
+    if (!IsMailAddress(AnsiOf(typed[1])) || !IsMailAddress(AnsiOf(typed[2]))) {
+        ShowMessage(kInvalidAddressId, Text(kInvalidAddressId));
+        return std::nullopt;
+    }
+    if (const QString missing = NotInAnsi(typed[0] + typed[3]); !missing.isEmpty()) {
+        ShowMessage(kNotSendableId, Text(kNotSendableId, missing));
+        return std::nullopt;
+    }
+    MailFields fields{AnsiOf(typed[0]), AnsiOf(typed[1]), AnsiOf(typed[2]), AnsiOf(typed[3]),
+                      AnsiOf(m_msg)};
+    return fields;
+}
+
+void frmEmail::OnCmdSendClick() {
+    if (IsSending()) {
+        return;
+    }
+    const std::optional<MailFields> fields = FieldsToSend();
+    if (!fields) {
+        return;
+    }
+    const std::optional<std::string> body = MailBody(*fields);
+    if (!body) {
+        ShowMessage(kTooLongId, Text(kTooLongId));
+        return;
+    }
+    const std::optional<MailServer> server = ConfiguredMailServer();
+    if (!server) {
+        ShowMessage(kSendErrorId,
+                    Text(kSendErrorId) + QStringLiteral(". ") + Text(kConnectionNeededId));
+        return;
+    }
+    m_reply = m_network->post(MailRequest(*server, m_timeout), QByteArray::fromStdString(*body));
+    connect(m_reply, &QNetworkReply::finished, this, &frmEmail::OnReplyFinished);
+    SetSending(true);
+}
+
+void frmEmail::OnReplyFinished() {
+    QNetworkReply* reply = m_reply;
+    m_reply = nullptr;
+    reply->deleteLater();
+    SetSending(false);
+    const QByteArray answer = reply->readAll();
+    const MailVerdict verdict = JudgeMailAnswer(answer.toStdString());
+    switch (verdict.outcome) {
+    case MailOutcome::Sent:
+        ShowMessage(kSentId, Text(kSentId));
+        close();
+        return;
+    case MailOutcome::ServerError:
+        ShowMessage(kSendErrorId,
+                    Text(kSendErrorId) + QStringLiteral(": ") +
+                        QString::fromStdString(FromCrLf(Utf8FromAnsi(verdict.serverText))));
+        return;
+    case MailOutcome::NoConnection:
+        break;
+    }
+    ShowMessage(kSendErrorId,
+                Text(kSendErrorId) + QStringLiteral(". ") + Text(kConnectionNeededId));
+}
+
+void frmEmail::OnCmdCancelClick() {
+    if (QNetworkReply* reply = m_reply) {
+        m_reply = nullptr;
+        reply->disconnect(this);
+        reply->abort();
+        reply->deleteLater();
+    }
+    close();
+}
+
+// SetSending shows the busy state: the fields and Send rest while the post runs; Cancel
+// stays, and ends the post with the window.
+void frmEmail::SetSending(bool sending) {
+    for (QWidget* field : std::initializer_list<QWidget*>{m_txtSender, m_txtAdrSender,
+                                                          m_txtReceipAdr, m_textMsg, m_cmdSend}) {
+        field->setEnabled(!sending);
+    }
+    m_lblSending->setVisible(sending);
+    if (sending) {
+        setCursor(Qt::BusyCursor);
+    } else {
+        unsetCursor();
+    }
+}
+
+QString frmEmail::Text(int germanId, const QString& s) const {
+    return QString::fromStdString(GetText(m_languageOffset, germanId, s.toStdString()));
+}
+
+void frmEmail::ShowMessage(int germanId, const QString& text) {
+    m_messages.ShowMessage(germanId, text, MessageService::Icon::Information, {});
+}
+
+} // namespace kelvora
