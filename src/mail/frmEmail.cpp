@@ -1,7 +1,7 @@
 #include "mail/frmEmail.h"
 
-#include "app/FormWidgets.h"
 #include "app/Theme.h"
+#include "app/WindowParts.h"
 #include "common/Ansi.h"
 #include "common/LineBreaks.h"
 #include "i18n/Catalogue.h"
@@ -81,10 +81,8 @@ void frmEmail::BuildWindow() {
     grid->setVerticalSpacing(8);
     const auto addField = [this, grid](int row, const QString& labelName, int labelId,
                                        QLineEdit*& edit, const QString& editName) {
-        QLabel* label = CaptionLabel(labelName, labelId, this, QStringLiteral("prompt"));
-        edit = new QLineEdit(this);
-        edit->setObjectName(editName);
-        label->setBuddy(edit);
+        QLabel* label = parts::Caption(labelName, labelId, this, QStringLiteral("prompt"));
+        edit = parts::Edit(editName, this, label);
         grid->addWidget(label, row, 0);
         grid->addWidget(edit, row, 1);
     };
@@ -94,16 +92,16 @@ void frmEmail::BuildWindow() {
     grid->setColumnStretch(1, 1);
     layout->addLayout(grid);
 
-    QLabel* lblMsg = CaptionLabel(QStringLiteral("LblMsg"), 398, this, QStringLiteral("prompt"));
+    QLabel* lblMsg = parts::Caption(QStringLiteral("LblMsg"), 398, this, QStringLiteral("prompt"));
     m_textMsg = TextBox(QStringLiteral("TextMsg"), this);
     m_textMsg->setFixedHeight(90);
     lblMsg->setBuddy(m_textMsg);
     layout->addWidget(lblMsg);
     layout->addWidget(m_textMsg);
     layout->addWidget(
-        CaptionLabel(QStringLiteral("lblWarn"), 399, this, QStringLiteral("warning")));
+        parts::Caption(QStringLiteral("lblWarn"), 399, this, QStringLiteral("warning")));
 
-    QLabel* lblCrypt = CaptionLabel(QStringLiteral("LblCrypt"), 557, this);
+    QLabel* lblCrypt = parts::Caption(QStringLiteral("LblCrypt"), 557, this);
     m_txtCrypt = TextBox(QStringLiteral("TxtCrypt"), this);
     m_txtCrypt->setReadOnly(true);
     QFont mono(QStringLiteral("DejaVu Sans Mono"));
@@ -115,9 +113,9 @@ void frmEmail::BuildWindow() {
     layout->addWidget(m_txtCrypt, 1);
 
     auto* buttons = new QHBoxLayout;
-    m_lblSending = CaptionLabel(QStringLiteral("LblSending"), 556, this, QStringLiteral("hint"));
-    m_cmdSend = CommandButton(QStringLiteral("cmdSend"), 400, this, true);
-    m_cmdCancel = CommandButton(QStringLiteral("cmdCancel"), 150, this);
+    m_lblSending = parts::Caption(QStringLiteral("LblSending"), 556, this, QStringLiteral("hint"));
+    m_cmdSend = parts::Button(QStringLiteral("cmdSend"), 400, this, true);
+    m_cmdCancel = parts::Button(QStringLiteral("cmdCancel"), 150, this);
     buttons->addWidget(m_lblSending);
     buttons->addStretch();
     buttons->addWidget(m_cmdSend);
