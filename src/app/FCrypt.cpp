@@ -50,6 +50,10 @@ void FCrypt::SetLanguage(int languageOffset) {
     m_context.languageOffset = languageOffset;
     MarkLanguageFlag(this, languageOffset);
     Localise();
+    m_framePwd->SetLanguage(languageOffset);
+    if (m_about) {
+        m_about->SetLanguage(languageOffset);
+    }
 }
 
 void FCrypt::Localise() {
@@ -108,6 +112,23 @@ void FCrypt::OnTabStrChange(int newTab) {
 void FCrypt::OnTabFileCryptChange(int newTab) {
     m_encryptPage->setVisible(newTab == kEncryptTab);
     m_decryptPage->setVisible(newTab == kDecryptTab);
+}
+
+// OnCmdAboutClick shows the welcome and about window, made when it is not open. Its flags
+// switch this window's language too, and its Start leads back here.
+void FCrypt::OnCmdAboutClick() {
+    if (!m_about) {
+        m_about =
+            new FrmAbout(m_context.messages, m_context.languageOffset, FrmAbout::DrawPanel(), this);
+        connect(m_about, &FrmAbout::LanguageChosen, this, &FCrypt::SetLanguage);
+        connect(m_about, &FrmAbout::StartRequested, this, [this] {
+            raise();
+            activateWindow();
+        });
+    }
+    m_about->show();
+    m_about->raise();
+    m_about->activateWindow();
 }
 
 void FCrypt::SetWorking(bool on) {

@@ -37,6 +37,8 @@ private:
     void OnCommand1Click();
     void OnCommand2Click();
     void OnLblLinkClick();
+    // OnCmdMailClick opens the mail window with the text of the last encryption.
+    void OnCmdMailClick();
     // TextInputsGiven shows message 114 unless both the passphrase and the text are there.
     bool TextInputsGiven();
     std::string AnsiResults() const;
@@ -50,6 +52,7 @@ private:
     QPushButton* m_command2 = nullptr;
     QPushButton* m_cmdMail = nullptr;
     ClickLabel* m_lblLink = nullptr;
+    QString m_mailText; // the text of the last encryption, as the box showed it
 };
 
 } // namespace kelvora

@@ -563,14 +563,14 @@ constexpr CatalogueRow kRows[] = {
           "Texto cifrado:",
           "Texte chiffré :"},
 
-    {558, "Diese Zeichen können nicht per E-Mail gesendet werden, weil der Server nur "
-          "westeuropäische Zeichen annimmt. Bitte entfernen Sie sie: %s",
-          "These characters cannot be sent by mail, because the server takes Western European "
-          "characters only. Please remove them: %s",
-          "Estos caracteres no se pueden enviar por correo, porque el servidor solo admite "
-          "caracteres de Europa occidental. Elimínelos: %s",
-          "Ces caractères ne peuvent pas être envoyés par e-mail, car le serveur n'accepte que "
-          "les caractères d'Europe occidentale. Veuillez les supprimer : %s"},
+    {558, "Dieses Zeichen kann nicht per E-Mail gesendet werden, weil der Server nur "
+          "westeuropäische Zeichen annimmt. Bitte entfernen Sie es: %s",
+          "This character cannot be sent by mail, because the server takes Western European "
+          "characters only. Please remove it: %s",
+          "Este carácter no se puede enviar por correo, porque el servidor solo admite "
+          "caracteres de Europa occidental. Elimínelo: %s",
+          "Ce caractère ne peut pas être envoyé par e-mail, car le serveur n'accepte que "
+          "les caractères d'Europe occidentale. Veuillez le supprimer : %s"},
 
     // The welcome window: what the program does, its version ("%s" is "1.0"), and the three
     // panels, each a heading, a paragraph, a call to action and its link.

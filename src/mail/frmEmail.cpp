@@ -15,7 +15,6 @@
 #include <QNetworkReply>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QSet>
 #include <QVBoxLayout>
 
 namespace kelvora {
@@ -28,18 +27,6 @@ constexpr int kConnectionNeededId = 403;
 constexpr int kInvalidAddressId = 404;
 constexpr int kTooLongId = 555;
 constexpr int kNotSendableId = 558;
-
-// NotInAnsi lists the characters of text that Windows-1252 cannot hold, each once.
-QString NotInAnsi(const QString& text) {
-    QString missing;
-    for (const QChar c : text) {
-        const std::string one = QString(c).toStdString();
-        if (Utf8FromAnsi(AnsiFromUtf8(one)) != one && !missing.contains(c)) {
-            missing += c;
-        }
-    }
-    return missing;
-}
 
 std::string AnsiOf(const QString& text) {
     return ToCrLf(AnsiFromUtf8(text.toStdString()));
@@ -140,9 +127,13 @@ std::optional<MailFields> frmEmail::FieldsToSend() {
         ShowMessage(kInvalidAddressId, Text(kInvalidAddressId));
         return std::nullopt;
     }
-    if (const QString missing = NotInAnsi(typed[0] + typed[3]); !missing.isEmpty()) {
-        ShowMessage(kNotSendableId, Text(kNotSendableId, missing));
-        return std::nullopt;
+    for (const QString& field : typed) {
+        const AnsiCheck check = CheckAnsi(field.toStdString(), NulRule::Refused);
+        if (!check.ok()) {
+            ShowMessage(kNotSendableId, Text(kNotSendableId, QString::fromStdString(
+                                                                 DescribeCharacter(*check.first))));
+            return std::nullopt;
+        }
     }
     MailFields fields{AnsiOf(typed[0]), AnsiOf(typed[1]), AnsiOf(typed[2]), AnsiOf(typed[3]),
                       AnsiOf(m_msg)};
