@@ -32,6 +32,7 @@ bench: deps
 
 screenshot: build
 	./scripts/screenshot.sh $(BUILD_DIR)/src/app/kelvora docs/kelvora.png
+	QT_QPA_PLATFORM=offscreen $(BUILD_DIR)/tests/app/render-side-windows docs
 
 format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i

@@ -103,7 +103,7 @@ void FrmAbout::BuildWindow() {
     m_lblDescription = TextLabel(QStringLiteral("LblDescription"), this);
     layout->addWidget(m_lblDescription);
     layout->addWidget(BuildPanel());
-    layout->addStretch();
+    layout->addSpacing(4);
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
@@ -224,6 +224,8 @@ void FrmAbout::FillTexts() {
                                  .arg(linkColour, text.toHtmlEscaped()));
         m_label2[i]->setAccessibleName(text);
     }
+    // The window is as tall as the wrapped texts of this language need.
+    setFixedHeight(layout()->totalHeightForWidth(kWindowWidth));
 }
 
 void FrmAbout::OnLinkClick(int labelIndex) {

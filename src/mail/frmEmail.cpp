@@ -69,6 +69,7 @@ void frmEmail::BuildWindow() {
     const auto addField = [this, grid](int row, const QString& labelName, int labelId,
                                        QLineEdit*& edit, const QString& editName) {
         QLabel* label = parts::Caption(labelName, labelId, this, QStringLiteral("prompt"));
+        label->setWordWrap(false);
         edit = parts::Edit(editName, this, label);
         grid->addWidget(label, row, 0);
         grid->addWidget(edit, row, 1);
