@@ -164,6 +164,12 @@ void FCrypt::closeEvent(QCloseEvent* event) {
     if (m_working) {
         m_frameW->RequestCancel(); // the job ends at its next check, then the window goes
     }
+    // The keyboard, mail and welcome windows belong to this one and go with it.
+    for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (child->isWindow()) {
+            child->close();
+        }
+    }
     event->accept();
 }
 

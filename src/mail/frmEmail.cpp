@@ -189,14 +189,23 @@ void frmEmail::OnReplyFinished() {
                 Text(kSendErrorId) + QStringLiteral(". ") + Text(kConnectionNeededId));
 }
 
+frmEmail::~frmEmail() {
+    StopPost();
+}
+
 void frmEmail::OnCmdCancelClick() {
+    StopPost();
+    close();
+}
+
+// StopPost ends a post that is still running without judging it: nothing more is shown.
+void frmEmail::StopPost() {
     if (QNetworkReply* reply = m_reply) {
         m_reply = nullptr;
         reply->disconnect(this);
         reply->abort();
         reply->deleteLater();
     }
-    close();
 }
 
 // SetSending shows the busy state: the fields and Send rest while the post runs; Cancel

@@ -26,6 +26,7 @@ class frmEmail : public QWidget {
 
 public:
     frmEmail(MessageService& messages, int languageOffset, QWidget* parent = nullptr);
+    ~frmEmail() override;
 
     // SetMsg hands over the encrypted text to send and shows it.
     void SetMsg(const QString& msg);
@@ -38,6 +39,7 @@ private:
     void OnCmdSendClick();
     void OnCmdCancelClick();
     void OnReplyFinished();
+    void StopPost();
     void SetSending(bool sending);
     // FieldsToSend checks the fields and gathers them, or shows why they cannot be sent.
     std::optional<MailFields> FieldsToSend();

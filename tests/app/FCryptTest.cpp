@@ -203,6 +203,25 @@ private slots:
         QTest::mouseClick(about->findChild<QWidget*>(u"Command1"_s), Qt::LeftButton);
         QTRY_COMPARE(h.window.findChildren<FrmAbout*>().size(), 0);
     }
+
+    void ClosingTheMainWindowClosesTheSideWindows() {
+        Harness h(kEnglish);
+        h.Fill(u"text"_s, u"pw"_s);
+        h.Click("Command1");
+        h.Click("cmdTast");
+        h.Click("cmdMail");
+        h.Click("cmdAbout");
+        const QList<QWidget*> sides{h.window.findChild<FrmTast*>(u"FrmTast"_s),
+                                    h.window.findChild<frmEmail*>(u"frmEmail"_s),
+                                    h.window.findChild<FrmAbout*>(u"FrmAbout"_s)};
+        for (QWidget* side : sides) {
+            QVERIFY(side != nullptr && side->isVisible());
+        }
+        h.window.close();
+        for (QWidget* side : sides) {
+            QVERIFY2(!side->isVisible(), qPrintable(side->objectName()));
+        }
+    }
 };
 
 } // namespace kelvora

@@ -84,6 +84,7 @@ private slots:
     void AnswerJudged();
     void NoServerListening();
     void BusyWhileTheServerIsSilent();
+    void CancelEndsThePostQuietly();
     void InvalidAddressSendsNothing_data();
     void InvalidAddressSendsNothing();
     void RefusesWhatCannotBeSent();
@@ -167,6 +168,18 @@ void frmEmailTest::BusyWhileTheServerIsSilent() {
     QVERIFY(h.Find("cmdSend")->isEnabled());
     QVERIFY(!h.Find("LblSending")->isVisible());
     QCOMPARE(h.Fields(), before);
+}
+
+void frmEmailTest::CancelEndsThePostQuietly() {
+    testing::LoopbackHttpServer server("ok", true);
+    Harness h(server.Port());
+    h.Fill();
+    h.Send();
+    QTRY_COMPARE(server.Requests().size(), 1);
+    QTest::mouseClick(h.Find("cmdCancel"), Qt::LeftButton);
+    QTRY_VERIFY(h.window.isNull());
+    QTest::qWait(500); // longer than the timeout: a post left running would report now
+    QVERIFY(h.messages.shown.isEmpty());
 }
 
 void frmEmailTest::InvalidAddressSendsNothing_data() {
