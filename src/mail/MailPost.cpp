@@ -16,7 +16,9 @@ QNetworkRequest MailRequest(const MailServer& server, std::chrono::milliseconds 
     QUrl url;
     url.setScheme(QStringLiteral("http"));
     url.setHost(QString::fromStdString(server.host));
-    url.setPort(server.port);
+    if (server.port != kMailDefaultPort) {
+        url.setPort(server.port); // http's own port stays out of the address and Host line
+    }
     url.setPath(QString::fromLatin1(kMailPath));
     QNetworkRequest request(url);
     request.setHeader(QNetworkRequest::ContentTypeHeader, QByteArray(kMailContentType));
@@ -26,6 +28,12 @@ QNetworkRequest MailRequest(const MailServer& server, std::chrono::milliseconds 
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
     request.setTransferTimeout(static_cast<int>(timeout.count()));
     return request;
+}
+
+QNetworkProxy MailProxy(const QNetworkRequest& request) {
+    const QList<QNetworkProxy> proxies =
+        QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(request.url()));
+    return proxies.isEmpty() ? QNetworkProxy(QNetworkProxy::NoProxy) : proxies.first();
 }
 
 } // namespace kelvora

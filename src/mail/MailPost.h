@@ -2,6 +2,7 @@
 
 #include "mail/MailForm.h"
 
+#include <QNetworkProxy>
 #include <QNetworkRequest>
 #include <chrono>
 #include <optional>
@@ -20,5 +21,9 @@ inline constexpr std::chrono::milliseconds kMailTimeout{30000};
 // type, the product's mail agent, always from the network, ended after timeout of silence.
 [[nodiscard]] QNetworkRequest MailRequest(const MailServer& server,
                                           std::chrono::milliseconds timeout);
+
+// MailProxy is the proxy the system names for the request (http_proxy and no_proxy on
+// Linux), or none, as the system's own network settings would choose.
+[[nodiscard]] QNetworkProxy MailProxy(const QNetworkRequest& request);
 
 } // namespace kelvora

@@ -160,7 +160,9 @@ void frmEmail::OnCmdSendClick() {
                     Text(kSendErrorId) + QStringLiteral(". ") + Text(kConnectionNeededId));
         return;
     }
-    m_reply = m_network->post(MailRequest(*server, m_timeout), QByteArray::fromStdString(*body));
+    const QNetworkRequest request = MailRequest(*server, m_timeout);
+    m_network->setProxy(MailProxy(request));
+    m_reply = m_network->post(request, QByteArray::fromStdString(*body));
     connect(m_reply, &QNetworkReply::finished, this, &frmEmail::OnReplyFinished);
     SetSending(true);
 }

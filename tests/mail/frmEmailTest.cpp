@@ -35,6 +35,10 @@ struct Harness {
     explicit Harness(quint16 port, int languageOffset = kEnglish)
         : window(new frmEmail(messages, languageOffset)) {
         qputenv("KELVORA_MAIL_SERVER", "127.0.0.1:" + QByteArray::number(port));
+        // The loopback server is reached directly, whatever proxy the machine names.
+        for (const char* proxy : {"http_proxy", "HTTP_PROXY", "all_proxy", "ALL_PROXY"}) {
+            qunsetenv(proxy);
+        }
         window->SetTimeout(300ms);
         window->SetMsg(QStringLiteral("QUJD\nREVG"));
         window->show();
@@ -85,6 +89,7 @@ private slots:
     void NoServerListening();
     void BusyWhileTheServerIsSilent();
     void CancelEndsThePostQuietly();
+    void GoesThroughTheSystemProxy();
     void InvalidAddressSendsNothing_data();
     void InvalidAddressSendsNothing();
     void RefusesWhatCannotBeSent();
@@ -180,6 +185,21 @@ void frmEmailTest::CancelEndsThePostQuietly() {
     QTRY_VERIFY(h.window.isNull());
     QTest::qWait(500); // longer than the timeout: a post left running would report now
     QVERIFY(h.messages.shown.isEmpty());
+}
+
+void frmEmailTest::GoesThroughTheSystemProxy() {
+    testing::LoopbackHttpServer proxy("ok");
+    Harness h(proxy.Port());
+    qputenv("KELVORA_MAIL_SERVER", "mail.example.invalid");
+    qputenv("http_proxy", "http://127.0.0.1:" + QByteArray::number(proxy.Port()));
+    h.Fill();
+    h.Send();
+    qunsetenv("http_proxy");
+    QTRY_COMPARE(h.messages.ShownIds(), QList<int>{401});
+    QCOMPARE(proxy.Requests().size(), 1);
+    QVERIFY2(proxy.Requests().first().startsWith(
+                 "POST http://mail.example.invalid/crypt/cryptmobile.php HTTP/1.1\r\n"),
+             proxy.Requests().first().left(80).constData());
 }
 
 void frmEmailTest::InvalidAddressSendsNothing_data() {
