@@ -13,8 +13,8 @@
 // - in a file-dialog filter such as "All files (*.*)|*.*" only the part before "|" is text;
 // - the English column is the reference wording and stays exactly as it is, slips such as
 //   "ecnrypt" included;
-// - kAbsent marks a text one language does not have: there is no German or French 182. The
-//   welcome window's 201 to 203 come with that window (French has no 202 and 203);
+// - kAbsent marks a text one language does not have: there is no German or French 182, and
+//   no French 202 and 203 (the welcome window leaves those lines out in French);
 // - texts the product adds beyond the reference list take German ids from 500 up.
 
 namespace kelvora {

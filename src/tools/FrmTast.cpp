@@ -81,9 +81,7 @@ FrmTast::FrmTast(QLineEdit& txtCode, int languageOffset, std::uint32_t keyboardL
 
 std::uint32_t FrmTast::SystemKeyboardLayout() {
     const QString name = QGuiApplication::inputMethod()->locale().name(); // "de_CH"
-    const std::string language = name.section(u'_', 0, 0).toStdString();
-    const std::string territory = name.section(u'_', 1, 1).toStdString();
-    return KeyboardLayoutOfLanguage(WindowsLanguageId(language, territory));
+    return KeyboardLayoutOfLanguage(WindowsLanguageIdOfLocale(name.toStdString()));
 }
 
 void FrmTast::BuildKeys() {
