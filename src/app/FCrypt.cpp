@@ -50,6 +50,12 @@ void FCrypt::SetLanguage(int languageOffset) {
     m_context.languageOffset = languageOffset;
     MarkLanguageFlag(this, languageOffset);
     Localise();
+    // The keyboard, mail and welcome windows follow, titles included.
+    for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (child->isWindow()) {
+            LocaliseForm(child, languageOffset);
+        }
+    }
     m_framePwd->SetLanguage(languageOffset);
     if (m_about) {
         m_about->SetLanguage(languageOffset);

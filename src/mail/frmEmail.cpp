@@ -46,7 +46,6 @@ frmEmail::frmEmail(MessageService& messages, int languageOffset, QWidget* parent
       m_network(new QNetworkAccessManager(this)) {
     BuildWindow();
     LocaliseForm(this, languageOffset);
-    m_txtCrypt->setAccessibleName(Text(557));
     SetSending(false);
 }
 

@@ -178,6 +178,9 @@ private slots:
         QVERIFY(mail != nullptr && mail->isVisible());
         QCOMPARE(mail->windowTitle(), Catalogue(kEnglish, 394));
         QCOMPARE(mail->findChild<QPlainTextEdit*>(u"TxtCrypt"_s)->toPlainText(), encrypted);
+        QTest::mouseClick(MainFlag(h.window, u"ImageES"_s), Qt::LeftButton);
+        QCOMPARE(mail->windowTitle(), Catalogue(kSpanish, 394));
+        QCOMPARE(mail->findChild<QLabel*>(u"lblWarn"_s)->text(), Catalogue(kSpanish, 399));
         mail->close();
         // Once the box shows anything else, there is nothing to send.
         h.Find<QPlainTextEdit>("txtResults")->setPlainText(u"meet at noon"_s);
