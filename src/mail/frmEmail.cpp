@@ -62,20 +62,26 @@ void frmEmail::BuildWindow() {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(22, 18, 22, 18);
     layout->setSpacing(10);
+    // Each label stands above its box, so long translations take the width they need: the
+    // sender's name and address side by side, the recipient's address below across both.
     auto* grid = new QGridLayout;
-    grid->setHorizontalSpacing(12);
-    grid->setVerticalSpacing(8);
-    const auto addField = [this, grid](int row, const QString& labelName, int labelId,
-                                       QLineEdit*& edit, const QString& editName) {
+    grid->setHorizontalSpacing(14);
+    grid->setVerticalSpacing(4);
+    const auto addField = [this, grid](int row, int column, int span, const QString& labelName,
+                                       int labelId, QLineEdit*& edit, const QString& editName) {
         QLabel* label = parts::Caption(labelName, labelId, this, QStringLiteral("prompt"));
-        label->setWordWrap(false);
         edit = parts::Edit(editName, this, label);
-        grid->addWidget(label, row, 0);
-        grid->addWidget(edit, row, 1);
+        grid->addWidget(label, row, column, 1, span, Qt::AlignBottom);
+        grid->addWidget(edit, row + 1, column, 1, span);
     };
-    addField(0, QStringLiteral("lblsenderName"), 395, m_txtSender, QStringLiteral("TxtSender"));
-    addField(1, QStringLiteral("Label1"), 396, m_txtAdrSender, QStringLiteral("TxtAdrSender"));
-    addField(2, QStringLiteral("Label3"), 397, m_txtReceipAdr, QStringLiteral("txtReceipAdr"));
+    addField(0, 0, 1, QStringLiteral("lblsenderName"), 395, m_txtSender,
+             QStringLiteral("TxtSender"));
+    addField(0, 1, 1, QStringLiteral("Label1"), 396, m_txtAdrSender,
+             QStringLiteral("TxtAdrSender"));
+    grid->setRowMinimumHeight(2, 6);
+    addField(3, 0, 2, QStringLiteral("Label3"), 397, m_txtReceipAdr,
+             QStringLiteral("txtReceipAdr"));
+    grid->setColumnStretch(0, 1);
     grid->setColumnStretch(1, 1);
     layout->addLayout(grid);
 
@@ -112,7 +118,7 @@ void frmEmail::BuildWindow() {
 
     connect(m_cmdSend, &QPushButton::clicked, this, &frmEmail::OnCmdSendClick);
     connect(m_cmdCancel, &QPushButton::clicked, this, &frmEmail::OnCmdCancelClick);
-    resize(560, 620);
+    resize(580, 660);
 }
 
 void frmEmail::SetMsg(const QString& msg) {
