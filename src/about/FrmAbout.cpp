@@ -91,8 +91,9 @@ void FrmAbout::BuildWindow() {
     setStyleSheet(theme::StyleSheet() +
                   QStringLiteral("#FrmAbout { background: %1; }"
                                  "QLabel[role=\"heading\"] { color: %2; font-size: 12pt;"
-                                 " font-weight: bold; }")
-                      .arg(theme::kWindow.name(), theme::kAccent.name()));
+                                 " font-weight: bold; }"
+                                 "QLabel[role=\"link\"]:focus { background: %3; }")
+                      .arg(theme::kWindow.name(), theme::kAccent.name(), theme::kOutline.name()));
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(24, 18, 24, 20);
@@ -174,14 +175,12 @@ QWidget* FrmAbout::BuildPanel() {
         if (labelIndex == 0) {
             continue;
         }
-        QLabel* link = TextLabel(QStringLiteral("Label2_%1").arg(labelIndex), card);
-        link->setWordWrap(false);
-        link->setTextFormat(Qt::RichText);
-        link->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
-        link->setFocusPolicy(Qt::StrongFocus);
+        auto* link = new ClickLabel(card);
+        link->setObjectName(QStringLiteral("Label2_%1").arg(labelIndex));
+        link->setProperty("role", QStringLiteral("link"));
+        link->setFocusPolicy(Qt::StrongFocus); // Tab reaches it, Enter or Space follows it
         link->setCursor(Qt::PointingHandCursor);
-        connect(link, &QLabel::linkActivated, this,
-                [this, labelIndex] { OnLinkClick(labelIndex); });
+        connect(link, &ClickLabel::clicked, this, [this, labelIndex] { OnLinkClick(labelIndex); });
         links->addWidget(link);
         m_label2[i] = link;
         m_label2TextId[i] = texts.links[i].textId;
@@ -214,15 +213,10 @@ void FrmAbout::FillTexts() {
     }
     m_lblParagraph->setText(Text(texts.paragraph));
     m_lblAction->setText(Text(texts.action));
-    const QString linkColour = theme::kAccent.name();
     for (std::size_t i = 0; i < m_label2.size(); ++i) {
-        if (m_label2[i] == nullptr) {
-            continue;
+        if (m_label2[i] != nullptr) {
+            m_label2[i]->setText(Text(m_label2TextId[i]));
         }
-        const QString text = Text(m_label2TextId[i]);
-        m_label2[i]->setText(QStringLiteral("<a href=\"#\" style=\"color:%1\">%2</a>")
-                                 .arg(linkColour, text.toHtmlEscaped()));
-        m_label2[i]->setAccessibleName(text);
     }
     // The window is as tall as the wrapped texts of this language need.
     setFixedHeight(layout()->totalHeightForWidth(kWindowWidth));

@@ -11,6 +11,7 @@ class QPushButton;
 
 namespace kelvora {
 
+class ClickLabel;
 class FlagImage;
 
 // FrmAbout is the welcome and about window: the welcome title, what the program does, its
@@ -57,7 +58,7 @@ private:
     std::array<QLabel*, 2> m_lblTools{};
     QLabel* m_lblParagraph = nullptr;
     QLabel* m_lblAction = nullptr;
-    std::array<QLabel*, 2> m_label2{};
+    std::array<ClickLabel*, 2> m_label2{};
     std::array<int, 2> m_label2TextId{};
     QPushButton* m_command1 = nullptr;
 };
