@@ -141,10 +141,16 @@ void TextPage::OnLblLinkClick() {
     m_context.messages.OpenUrl(kOnlineVersionUrl);
 }
 
+// OnCmdMailClick hands the text to the mail window, the open one when there is one, so the
+// fields typed into it stay.
 void TextPage::OnCmdMailClick() {
-    auto* mail = new frmEmail(m_context.messages, m_context.languageOffset, window());
-    mail->SetMsg(m_mailText);
-    mail->show();
+    if (!m_mail) {
+        m_mail = new frmEmail(m_context.messages, m_context.languageOffset, window());
+    }
+    m_mail->SetMsg(m_mailText);
+    m_mail->show();
+    m_mail->raise();
+    m_mail->activateWindow();
 }
 
 } // namespace kelvora

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "mail/frmEmail.h"
+
+#include <QPointer>
 #include <QString>
 #include <QWidget>
 #include <string>
@@ -52,7 +55,8 @@ private:
     QPushButton* m_command2 = nullptr;
     QPushButton* m_cmdMail = nullptr;
     ClickLabel* m_lblLink = nullptr;
-    QString m_mailText; // the text of the last encryption, as the box showed it
+    QString m_mailText;        // the text of the last encryption, as the box showed it
+    QPointer<frmEmail> m_mail; // the mail window while it is open
 };
 
 } // namespace kelvora

@@ -181,6 +181,10 @@ private slots:
         QTest::mouseClick(MainFlag(h.window, u"ImageES"_s), Qt::LeftButton);
         QCOMPARE(mail->windowTitle(), Catalogue(kSpanish, 394));
         QCOMPARE(mail->findChild<QLabel*>(u"lblWarn"_s)->text(), Catalogue(kSpanish, 399));
+        mail->findChild<QLineEdit*>(u"TxtSender"_s)->setText(u"Ann"_s);
+        h.Click("cmdMail"); // the open window gets the text again and keeps its fields
+        QCOMPARE(h.window.findChildren<frmEmail*>().size(), 1);
+        QCOMPARE(mail->findChild<QLineEdit*>(u"TxtSender"_s)->text(), u"Ann"_s);
         mail->close();
         // Once the box shows anything else, there is nothing to send.
         h.Find<QPlainTextEdit>("txtResults")->setPlainText(u"meet at noon"_s);
