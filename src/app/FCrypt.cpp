@@ -89,6 +89,16 @@ void FCrypt::SetLanguage(int languageOffset) {
     m_context.languageOffset = languageOffset;
     MarkLanguageFlag(this, languageOffset);
     Localise();
+    // The keyboard, mail and welcome windows follow, titles included.
+    for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (child->isWindow()) {
+            LocaliseForm(child, languageOffset);
+        }
+    }
+    m_framePwd->SetLanguage(languageOffset);
+    if (m_about) {
+        m_about->SetLanguage(languageOffset);
+    }
 }
 
 void FCrypt::Localise() {
@@ -212,6 +222,23 @@ void FCrypt::OnTabFileCryptChange(int newTab) {
     m_decryptPage->setVisible(newTab == kDecryptTab);
 }
 
+// OnCmdAboutClick shows the welcome and about window, made when it is not open. Its flags
+// switch this window's language too, and its Start leads back here.
+void FCrypt::OnCmdAboutClick() {
+    if (!m_about) {
+        m_about =
+            new FrmAbout(m_context.messages, m_context.languageOffset, FrmAbout::DrawPanel(), this);
+        connect(m_about, &FrmAbout::LanguageChosen, this, &FCrypt::SetLanguage);
+        connect(m_about, &FrmAbout::StartRequested, this, [this] {
+            raise();
+            activateWindow();
+        });
+    }
+    m_about->show();
+    m_about->raise();
+    m_about->activateWindow();
+}
+
 void FCrypt::SetWorking(bool on) {
     m_working = on;
     m_framePwd->SetWorking(on);
@@ -260,6 +287,12 @@ void FCrypt::dropEvent(QDropEvent* event) {
 void FCrypt::closeEvent(QCloseEvent* event) {
     if (m_working) {
         m_frameW->RequestCancel(); // the job ends at its next check, then the window goes
+    }
+    // The keyboard, mail and welcome windows belong to this one and go with it.
+    for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (child->isWindow()) {
+            child->close();
+        }
     }
     event->accept();
 }

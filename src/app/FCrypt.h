@@ -1,10 +1,12 @@
 #pragma once
 
+#include "about/FrmAbout.h"
 #include "app/JobScope.h"
 #include "app/MessageService.h"
 #include "app/WindowContext.h"
 #include "common/Random.h"
 
+#include <QPointer>
 #include <QWidget>
 #include <array>
 #include <string>
@@ -89,6 +91,7 @@ private:
     void ShowPage(int strTab, int fileTab);
     void OnTabStrChange(int newTab);
     void OnTabFileCryptChange(int newTab);
+    void OnCmdAboutClick();
 
     WindowContext m_context;
     bool m_working = false;
@@ -104,6 +107,7 @@ private:
     DecryptPage* m_decryptPage = nullptr;
     PassphraseArea* m_framePwd = nullptr;
     WorkingPanel* m_frameW = nullptr;
+    QPointer<FrmAbout> m_about; // the welcome and about window while it is open
 };
 
 } // namespace kelvora

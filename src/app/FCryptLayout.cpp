@@ -16,6 +16,7 @@
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace kelvora {
@@ -24,7 +25,7 @@ namespace {
 constexpr int kLogoSide = 30;
 constexpr int kPagesMinimumHeight = 260;
 constexpr int kControlBoxTipId = 500;
-constexpr int kFirstFlagTipId = 501; // German, English, Spanish, French
+constexpr int kAboutId = 554;
 
 // ChainFocus lets Tab visit the areas in the given order, each area's controls in the order
 // they were made, whatever order the areas themselves were made in.
@@ -108,16 +109,14 @@ QWidget* FCrypt::BuildHeader() {
     row->addWidget(title);
     row->addStretch();
 
-    const std::array<std::pair<FlagImage::Country, const char*>, 4> flags{{
-        {FlagImage::Country::Germany, "ImageDE"},
-        {FlagImage::Country::UnitedKingdom, "ImageEN"},
-        {FlagImage::Country::Spain, "ImageES"},
-        {FlagImage::Country::France, "ImageFR"},
-    }};
-    for (std::size_t i = 0; i < flags.size(); ++i) {
-        m_flags[i] = new FlagImage(flags[i].first, QString::fromLatin1(flags[i].second), header);
-        m_flags[i]->setToolTip(QStringLiteral("#%1").arg(kFirstFlagTipId + static_cast<int>(i)));
-        row->addWidget(m_flags[i]);
+    auto* cmdAbout = parts::Button(QStringLiteral("cmdAbout"), kAboutId, header);
+    cmdAbout->setProperty("role", QStringLiteral("quiet"));
+    connect(cmdAbout, &QPushButton::clicked, this, &FCrypt::OnCmdAboutClick);
+    row->addWidget(cmdAbout);
+    row->addSpacing(8);
+    m_flags = LanguageFlags(header);
+    for (FlagImage* flag : m_flags) {
+        row->addWidget(flag);
     }
     row->addSpacing(18);
     m_controlBox = new ControlBox(header);

@@ -5,6 +5,7 @@
 #include "common/Ansi.h"
 #include "common/LineBreaks.h"
 #include "crypto/KeyRules.h"
+#include "tools/FrmTast.h"
 #include "tools/PassphraseGenerator.h"
 #include "tools/RatingDisplay.h"
 
@@ -37,7 +38,9 @@ PassphraseArea::PassphraseArea(WindowContext& context, QWidget* parent)
     grid->addWidget(m_txtCode, 1, 0);
     grid->addWidget(m_cmdPassgen, 1, 1);
     m_chkHPwd = parts::Tag(new QCheckBox(this), QStringLiteral("ChkHPwd"), 158);
-    grid->addWidget(m_chkHPwd, 2, 0, 1, 2, Qt::AlignLeft);
+    grid->addWidget(m_chkHPwd, 2, 0, Qt::AlignLeft);
+    m_cmdTast = parts::Button(QStringLiteral("cmdTast"), 156, this);
+    grid->addWidget(m_cmdTast, 2, 1);
 
     m_rating = new RatingDisplay(this);
     grid->addWidget(m_rating, 3, 0, 1, 2);
@@ -45,6 +48,7 @@ PassphraseArea::PassphraseArea(WindowContext& context, QWidget* parent)
 
     connect(m_cmdPassgen, &QPushButton::clicked, this, &PassphraseArea::OnCmdPassgenClick);
     connect(m_chkHPwd, &QCheckBox::toggled, this, &PassphraseArea::OnChkHPwdClick);
+    connect(m_cmdTast, &QPushButton::clicked, this, &PassphraseArea::OnCmdTastClick);
     connect(m_txtCode, &QLineEdit::textChanged, this, &PassphraseArea::Rate);
     Rate(); // no star shows before the first rating
 }
@@ -79,6 +83,15 @@ void PassphraseArea::Rate() {
 void PassphraseArea::SetWorking(bool on) {
     m_rating->TrafficLight()->setVisible(!on);
     setEnabled(!on);
+    if (m_keyboard) {
+        m_keyboard->setEnabled(!on);
+    }
+}
+
+void PassphraseArea::SetLanguage(int languageOffset) {
+    if (m_keyboard) {
+        m_keyboard->SetLanguage(languageOffset);
+    }
 }
 
 void PassphraseArea::OnCmdPassgenClick() {
@@ -86,6 +99,18 @@ void PassphraseArea::OnCmdPassgenClick() {
     m_txtCode->setText(QString::fromStdString(FromCrLf(Utf8FromAnsi(generated.str()))));
     m_chkHPwd->setChecked(false);
     m_rating->ShowRating(TopRating(), m_context.Text(kGeneratedPassphraseMessageId));
+}
+
+// OnCmdTastClick opens the screen keyboard, which types into the passphrase box only; a
+// second click brings the open one forward.
+void PassphraseArea::OnCmdTastClick() {
+    if (!m_keyboard) {
+        m_keyboard = new FrmTast(*m_txtCode, m_context.languageOffset,
+                                 FrmTast::SystemKeyboardLayout(), window());
+    }
+    m_keyboard->show();
+    m_keyboard->raise();
+    m_keyboard->activateWindow();
 }
 
 void PassphraseArea::OnChkHPwdClick() {

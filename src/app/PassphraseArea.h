@@ -1,8 +1,10 @@
 #pragma once
 
 #include "common/Bytes.h"
+#include "tools/FrmTast.h"
 
 #include <QFrame>
+#include <QPointer>
 #include <optional>
 
 class QCheckBox;
@@ -15,8 +17,9 @@ class RatingDisplay;
 struct WindowContext;
 
 // PassphraseArea is FramePwd, the passphrase area every page shares: the passphrase box
-// TxtCode, the check box ChkHPwd that hides it as "*", the generator button cmdPassgen and the
-// rating display. Commands take their key from here and never build one themselves.
+// TxtCode, the check box ChkHPwd that hides it as "*", the generator button cmdPassgen, the
+// rating display and cmdTast, which opens the screen keyboard. Commands take their key from
+// here and never build one themselves.
 class PassphraseArea : public QFrame {
     Q_OBJECT
 
@@ -38,17 +41,23 @@ public:
     // working panel takes.
     void SetWorking(bool on);
 
+    // SetLanguage re-labels the screen keyboard when it is open.
+    void SetLanguage(int languageOffset);
+
     QLineEdit* Box() const { return m_txtCode; }
 
 private:
     void OnCmdPassgenClick();
     void OnChkHPwdClick();
+    void OnCmdTastClick();
 
     WindowContext& m_context;
     QLineEdit* m_txtCode = nullptr;
     QCheckBox* m_chkHPwd = nullptr;
     QPushButton* m_cmdPassgen = nullptr;
     RatingDisplay* m_rating = nullptr;
+    QPushButton* m_cmdTast = nullptr;
+    QPointer<FrmTast> m_keyboard; // the screen keyboard while it is open
 };
 
 } // namespace kelvora

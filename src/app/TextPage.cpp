@@ -9,6 +9,7 @@
 #include "common/Ansi.h"
 #include "common/LineBreaks.h"
 #include "crypto/CRijndael.h"
+#include "mail/frmEmail.h"
 #include "text/EncryptedText.h"
 
 #include <QHBoxLayout>
@@ -20,8 +21,6 @@
 namespace kelvora {
 namespace {
 
-// The mail window is not part of the program yet; cmdMail stays hidden until it is.
-constexpr bool kMailWindowAvailable = false;
 constexpr int kMissingInputMessageId = 114;
 
 } // namespace
@@ -48,11 +47,10 @@ TextPage::TextPage(WindowContext& context, PassphraseArea& passphrase, JobHost& 
     buttons->setSpacing(8);
     m_command1 = parts::Button(QStringLiteral("Command1"), 161, this, true);
     m_command2 = parts::Button(QStringLiteral("Command2"), 162, this, true);
-    // cmdMail opens the mail window: it is enabled after an encryption and shown once the
-    // program has that window.
+    // cmdMail hands the encrypted text to the mail window. It is enabled while the box shows
+    // the text of the last encryption, so that it never sends anything else.
     m_cmdMail = parts::Button(QStringLiteral("cmdMail"), 181, this);
     m_cmdMail->setEnabled(false);
-    m_cmdMail->setVisible(kMailWindowAvailable);
     m_lblLink = parts::Tag(new ClickLabel(this), QStringLiteral("LblLink"), 160);
     m_lblLink->setProperty("role", QStringLiteral("link"));
     m_lblLink->setCursor(Qt::PointingHandCursor);
@@ -66,6 +64,10 @@ TextPage::TextPage(WindowContext& context, PassphraseArea& passphrase, JobHost& 
     connect(m_command1, &QPushButton::clicked, this, &TextPage::OnCommand1Click);
     connect(m_command2, &QPushButton::clicked, this, &TextPage::OnCommand2Click);
     connect(m_lblLink, &ClickLabel::clicked, this, &TextPage::OnLblLinkClick);
+    connect(m_cmdMail, &QPushButton::clicked, this, &TextPage::OnCmdMailClick);
+    connect(m_txtResults, &QPlainTextEdit::textChanged, this, [this] {
+        m_cmdMail->setEnabled(!m_mailText.isEmpty() && m_txtResults->toPlainText() == m_mailText);
+    });
 }
 
 QWidget* TextPage::FirstField() const {
@@ -111,6 +113,7 @@ void TextPage::OnCommand1Click() {
     key.reset();
     if (result.status == TextStatus::Ok) {
         ShowResults(result.text);
+        m_mailText = m_txtResults->toPlainText();
         m_cmdMail->setEnabled(true);
     }
 }
@@ -140,6 +143,18 @@ void TextPage::OnCommand2Click() {
 void TextPage::OnLblLinkClick() {
     m_context.ShowMessage(191);
     m_context.messages.OpenUrl(kOnlineVersionUrl);
+}
+
+// OnCmdMailClick hands the text to the mail window, the open one when there is one, so the
+// fields typed into it stay.
+void TextPage::OnCmdMailClick() {
+    if (!m_mail) {
+        m_mail = new frmEmail(m_context.messages, m_context.languageOffset, window());
+    }
+    m_mail->SetMsg(m_mailText);
+    m_mail->show();
+    m_mail->raise();
+    m_mail->activateWindow();
 }
 
 } // namespace kelvora

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "mail/frmEmail.h"
+
+#include <QPointer>
 #include <QString>
 #include <QWidget>
 #include <string>
@@ -37,6 +40,8 @@ private:
     void OnCommand1Click();
     void OnCommand2Click();
     void OnLblLinkClick();
+    // OnCmdMailClick opens the mail window with the text of the last encryption.
+    void OnCmdMailClick();
     // TextInputsGiven shows message 114 unless both the passphrase and the text are there.
     bool TextInputsGiven();
     std::string AnsiResults() const;
@@ -50,6 +55,8 @@ private:
     QPushButton* m_command2 = nullptr;
     QPushButton* m_cmdMail = nullptr;
     ClickLabel* m_lblLink = nullptr;
+    QString m_mailText;        // the text of the last encryption, as the box showed it
+    QPointer<frmEmail> m_mail; // the mail window while it is open
 };
 
 } // namespace kelvora

@@ -18,11 +18,8 @@
 namespace {
 
 int SystemLanguageOffset() {
-    const QString name = QLocale::system().name(); // "de_AT", or "C"
-    const QString language = name.section(QLatin1Char('_'), 0, 0);
-    const QString territory = name.section(QLatin1Char('_'), 1, 1);
     return kelvora::LanguageOffsetForLangId(
-        kelvora::WindowsLanguageId(language.toStdString(), territory.toStdString()));
+        kelvora::WindowsLanguageIdOfLocale(QLocale::system().name().toStdString()));
 }
 
 } // namespace

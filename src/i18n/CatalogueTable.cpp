@@ -13,8 +13,8 @@
 // - in a file-dialog filter such as "All files (*.*)|*.*" only the part before "|" is text;
 // - the English column is the reference wording and stays exactly as it is, slips such as
 //   "ecnrypt" included;
-// - kAbsent marks a text one language does not have: there is no German or French 182. The
-//   welcome window's 201 to 203 come with that window (French has no 202 and 203);
+// - kAbsent marks a text one language does not have: there is no German or French 182, and
+//   no French 202 and 203 (the welcome window leaves those lines out in French);
 // - texts the product adds beyond the reference list take German ids from 500 up.
 
 namespace kelvora {
@@ -373,6 +373,23 @@ constexpr CatalogueRow kRows[] = {
           "Bienvenido...",
           "Bienvenue..."},
 
+    // The welcome window's promotional sentences: a question naming one of the maker's
+    // products, and two one-line descriptions of its tools. French has no 202 and 203.
+    {201, "Kennen Sie schon %s?",
+          "Do you already know %s?",
+          "¿Ya conoce %s?",
+          "Connaissez-vous déjà %s ?"},
+
+    {202, "Entfernt Tracking-Cookies aus allen Ihren Browsern mit einem Klick.",
+          "Removes tracking cookies from all your browsers with one click.",
+          "Elimina las cookies de seguimiento de todos sus navegadores con un clic.",
+          kAbsent},
+
+    {203, "Vernichtet gelöschte Dateien so, dass kein Werkzeug sie zurückholen kann.",
+          "Shreds deleted files so that no tool can bring them back.",
+          "Destruye los archivos borrados para que ninguna herramienta pueda recuperarlos.",
+          kAbsent},
+
     // The shared-security key count is out of range; a key to combine is empty.
     {385, "Die Anzahl der Schlüssel muss zwischen 1 und 10 liegen.",
           "The number of keys must be between 1 and 10.",
@@ -594,6 +611,161 @@ constexpr CatalogueRow kRows[] = {
           "Select the output directory",
           "Seleccione el directorio de salida",
           "Sélectionnez le répertoire de sortie"},
+
+    // The screen keyboard: names of the keys that show no character, and of the size switch.
+    {550, "Letztes Zeichen löschen",
+          "Delete the last character",
+          "Borrar el último carácter",
+          "Effacer le dernier caractère"},
+
+    {551, "Großbuchstaben",
+          "Capital letters",
+          "Mayúsculas",
+          "Majuscules"},
+
+    {552, "Normale Größe",
+          "Normal size",
+          "Tamaño normal",
+          "Taille normale"},
+
+    {553, "Doppelte Größe",
+          "Double size",
+          "Tamaño doble",
+          "Taille double"},
+
+    // The main window's button that opens the welcome and about window.
+    {554, "Über Kelvora",
+          "About Kelvora",
+          "Acerca de Kelvora",
+          "À propos de Kelvora"},
+
+    // The mail window: a field too long to send, its busy state, the encrypted text's label,
+    // characters the server cannot take.
+    {555, "Der Text ist zu lang, um per E-Mail gesendet zu werden: Ein Feld darf höchstens "
+          "32.767 Zeichen enthalten.",
+          "The text is too long to be sent by mail: a field may hold at most 32,767 characters.",
+          "El texto es demasiado largo para enviarlo por correo: un campo admite como máximo "
+          "32.767 caracteres.",
+          "Le texte est trop long pour être envoyé par e-mail : un champ peut contenir au plus "
+          "32 767 caractères."},
+
+    {556, "Wird gesendet...",
+          "Sending...",
+          "Enviando...",
+          "Envoi en cours..."},
+
+    {557, "Verschlüsselter Text:",
+          "Encrypted text:",
+          "Texto cifrado:",
+          "Texte chiffré :"},
+
+    {558, "Dieses Zeichen kann nicht per E-Mail gesendet werden, weil der Server nur "
+          "westeuropäische Zeichen annimmt. Bitte entfernen Sie es: %s",
+          "This character cannot be sent by mail, because the server takes Western European "
+          "characters only. Please remove it: %s",
+          "Este carácter no se puede enviar por correo, porque el servidor solo admite "
+          "caracteres de Europa occidental. Elimínelo: %s",
+          "Ce caractère ne peut pas être envoyé par e-mail, car le serveur n'accepte que "
+          "les caractères d'Europe occidentale. Veuillez le supprimer : %s"},
+
+    // The welcome window: what the program does, its version ("%s" is "1.0"), and the three
+    // panels, each a heading, a paragraph, a call to action and its link.
+    {560, "Kelvora verschlüsselt Texte, Dateien und ganze Ordner mit einer Passphrase, mit "
+          "Rijndael und 256-Bit-Schlüsseln. Es braucht keine Installation und speichert keine "
+          "Einstellungen: Starten Sie es vom USB-Stick, verschlüsseln Sie, und senden Sie das "
+          "Ergebnis per E-Mail oder legen Sie es in Ihrer Online-Sicherung ab.",
+          "Kelvora encrypts texts, files and whole folders with a passphrase, using Rijndael "
+          "with 256-bit keys. It needs no installation and keeps no settings: start it from a "
+          "USB stick, encrypt, and send the result by mail or keep it in your online backup.",
+          "Kelvora cifra textos, archivos y carpetas enteras con una frase de contraseña, "
+          "mediante Rijndael con claves de 256 bits. No necesita instalación ni guarda ajustes: "
+          "arránquelo desde una memoria USB, cifre y envíe el resultado por correo o guárdelo en "
+          "su copia de seguridad en línea.",
+          "Kelvora chiffre des textes, des fichiers et des dossiers entiers avec une phrase "
+          "secrète, grâce à Rijndael et des clés de 256 bits. Il ne demande aucune installation "
+          "et ne garde aucun réglage : lancez-le depuis une clé USB, chiffrez, puis envoyez le "
+          "résultat par e-mail ou gardez-le dans votre sauvegarde en ligne."},
+
+    {561, "Version %s",
+          "Version %s",
+          "Versión %s",
+          "Version %s"},
+
+    {562, "Wie privat ist Ihr Browser?",
+          "How private is your browser?",
+          "¿Qué tan privado es su navegador?",
+          "Votre navigateur est-il discret ?"},
+
+    {563, "Jede Website, die Sie besuchen, erfährt mehr über Sie, als Sie vielleicht denken: "
+          "Ihre Adresse, Ihr System, Ihre Schriften, Ihre Gewohnheiten. Unser kostenloser "
+          "Datenschutztest zeigt Ihnen, was Ihr Browser verrät.",
+          "Every web site you visit learns more about you than you may think: your address, "
+          "your system, your fonts, your habits. Our free privacy test shows you what your "
+          "browser gives away.",
+          "Cada sitio web que visita sabe de usted más de lo que cree: su dirección, su sistema, "
+          "sus fuentes, sus costumbres. Nuestra prueba de privacidad gratuita le muestra lo que "
+          "revela su navegador.",
+          "Chaque site que vous visitez en apprend plus sur vous que vous ne le pensez : votre "
+          "adresse, votre système, vos polices, vos habitudes. Notre test de confidentialité "
+          "gratuit vous montre ce que votre navigateur dévoile."},
+
+    {564, "Machen Sie jetzt den Test, er dauert eine Minute:",
+          "Take the test now, it takes one minute:",
+          "Haga la prueba ahora, solo tarda un minuto:",
+          "Faites le test maintenant, il prend une minute :"},
+
+    {565, "Datenschutztest starten",
+          "Start the privacy test",
+          "Iniciar la prueba de privacidad",
+          "Lancer le test de confidentialité"},
+
+    {566, "Die Werkzeugsammlung der Macher dieses Programms hält Ihren Computer sauber und "
+          "Ihre Privatsphäre privat.",
+          "The toolbox from the makers of this program keeps your computer clean and your "
+          "privacy yours.",
+          "La caja de herramientas de los creadores de este programa mantiene su ordenador "
+          "limpio y su privacidad a salvo.",
+          "La boîte à outils des créateurs de ce programme garde votre ordinateur propre et "
+          "votre vie privée à l'abri."},
+
+    {567, "Testen Sie sie 30 Tage kostenlos:",
+          "Try it free for 30 days:",
+          "Pruébela gratis durante 30 días:",
+          "Essayez-la gratuitement pendant 30 jours :"},
+
+    {568, "Werkzeugsammlung herunterladen",
+          "Download the toolbox",
+          "Descargar la caja de herramientas",
+          "Télécharger la boîte à outils"},
+
+    {569, "Alle unsere Produkte",
+          "All our products",
+          "Todos nuestros productos",
+          "Tous nos produits"},
+
+    {570, "Surfen, ohne Spuren zu hinterlassen",
+          "Surf without leaving traces",
+          "Navegue sin dejar rastro",
+          "Naviguez sans laisser de traces"},
+
+    {571, "Der Anonymisierungsdienst unseres Partners verbirgt Ihre Adresse vor jeder besuchten "
+          "Website und verschlüsselt Ihre Verbindung in öffentlichen Netzen.",
+          "Our partner's anonymising service hides your address from every site you visit and "
+          "encrypts your connection in public networks.",
+          "El servicio de anonimato de nuestro socio oculta su dirección a cada sitio que visita "
+          "y cifra su conexión en redes públicas.",
+          "Le service d'anonymisation de notre partenaire cache votre adresse à chaque site "
+          "visité et chiffre votre connexion sur les réseaux publics."},
+
+    {572, "Nutzer dieses Programms testen ihn einen Monat kostenlos:",
+          "Users of this program try it free for a month:",
+          "Los usuarios de este programa lo prueban gratis durante un mes:",
+          "Les utilisateurs de ce programme l'essaient gratuitement pendant un mois :"},
+
+    {573, "Kostenlosen Test starten",
+          "Start the free trial",
+          "Empezar la prueba gratuita",
+          "Commencer l'essai gratuit"},
 };
 // clang-format on
 

@@ -1,8 +1,11 @@
+#include "about/FrmAbout.h"
 #include "app/EncryptPage.h"
 #include "app/FileTree.h"
 #include "app/InputListBox.h"
 #include "app/WindowHarness.h"
 #include "app/WorkingPanel.h"
+#include "mail/frmEmail.h"
+#include "tools/FrmTast.h"
 
 #include <QAccessible>
 #include <QDropEvent>
@@ -22,6 +25,18 @@ using testing::RunCli;
 namespace {
 
 const char* const kFilesPage = "00 Frame_1 LstCryptFiles Command4";
+
+const char* const kTextPage = "10 Frame_0 Command1 Command2 cmdMail LblLink";
+
+// MainFlag is the main window's own flag of a language (the welcome window has flags too).
+QWidget* MainFlag(FCrypt& window, const QString& name) {
+    for (QWidget* flag : window.findChildren<QWidget*>(name)) {
+        if (flag->window() == &window) {
+            return flag;
+        }
+    }
+    qFatal("no flag %s on the main window", qPrintable(name));
+}
 
 } // namespace
 
@@ -124,8 +139,8 @@ private slots:
         QCOMPARE(h.Page(), u"00 Frame_1 LstCryptFiles Command4"_s);
         QTest::mouseClick(files, Qt::LeftButton, {}, files->TabRect(FCrypt::kDecryptTab).center());
         QCOMPARE(h.Page(), u"01 Frame_1 TxtDecrFile Command5"_s);
-        QTest::keyClick(strip, Qt::Key_Right); // cmdMail stays hidden until the mail window exists
-        QCOMPARE(h.Page(), u"11 Frame_0 Command1 Command2 LblLink"_s);
+        QTest::keyClick(strip, Qt::Key_Right);
+        QCOMPARE(h.Page(), u"11 Frame_0 Command1 Command2 cmdMail LblLink"_s);
     }
 
     void FocusStartsInTheFirstFieldOfThePageShown_data() {
@@ -336,6 +351,91 @@ private slots:
         h.window.showNormal();
         QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(15, box->height() / 2));
         QVERIFY(!h.window.isVisible());
+    }
+
+    void ScreenKeyboardTypesIntoThePassphraseOnly() {
+        Harness h(kGerman);
+        h.Fill(u"text"_s, u"pw"_s);
+        QCOMPARE(h.Find<QAbstractButton>("cmdTast")->text(), Catalogue(kGerman, 156));
+        h.Click("cmdTast");
+        auto* keyboard = h.window.findChild<FrmTast*>(u"FrmTast"_s);
+        QVERIFY(keyboard != nullptr && keyboard->isVisible());
+        QCOMPARE(keyboard->windowTitle(), Catalogue(kGerman, 169));
+        QTest::mouseClick(keyboard->findChild<QWidget*>(u"cmdNr_19"_s), Qt::LeftButton);
+        QTest::mouseClick(keyboard->findChild<QWidget*>(u"cmdNr_18"_s), Qt::LeftButton);
+        QCOMPARE(h.Passphrase(), u"pwa "_s);
+        QCOMPARE(h.Results(), u"text"_s);
+        h.Click("cmdTast");
+        QCOMPARE(h.window.findChildren<FrmTast*>().size(), 1);
+        QTest::mouseClick(MainFlag(h.window, u"ImageES"_s), Qt::LeftButton);
+        QCOMPARE(keyboard->windowTitle(), Catalogue(kSpanish, 169));
+        keyboard->close();
+        QTRY_COMPARE(h.window.findChildren<FrmTast*>().size(), 0);
+    }
+
+    void CmdMailHandsOverTheEncryptedText() {
+        Harness h(kEnglish);
+        QVERIFY(h.Find("cmdMail")->isVisible());
+        QVERIFY(!h.Find("cmdMail")->isEnabled());
+        h.Fill(u"meet at noon"_s, u"pw"_s);
+        h.Click("Command1");
+        const QString encrypted = h.Results();
+        QVERIFY(h.Find("cmdMail")->isEnabled());
+        h.Click("cmdMail");
+        auto* mail = h.window.findChild<frmEmail*>(u"frmEmail"_s);
+        QVERIFY(mail != nullptr && mail->isVisible());
+        QCOMPARE(mail->windowTitle(), Catalogue(kEnglish, 394));
+        QCOMPARE(mail->findChild<QPlainTextEdit*>(u"TxtCrypt"_s)->toPlainText(), encrypted);
+        QTest::mouseClick(MainFlag(h.window, u"ImageES"_s), Qt::LeftButton);
+        QCOMPARE(mail->windowTitle(), Catalogue(kSpanish, 394));
+        QCOMPARE(mail->findChild<QLabel*>(u"lblWarn"_s)->text(), Catalogue(kSpanish, 399));
+        mail->findChild<QLineEdit*>(u"TxtSender"_s)->setText(u"Ann"_s);
+        h.Click("cmdMail"); // the open window gets the text again and keeps its fields
+        QCOMPARE(h.window.findChildren<frmEmail*>().size(), 1);
+        QCOMPARE(mail->findChild<QLineEdit*>(u"TxtSender"_s)->text(), u"Ann"_s);
+        mail->close();
+        // Once the box shows anything else, there is nothing to send.
+        h.Find<QPlainTextEdit>("txtResults")->setPlainText(u"meet at noon"_s);
+        QVERIFY(!h.Find("cmdMail")->isEnabled());
+        h.Find<QPlainTextEdit>("txtResults")->setPlainText(encrypted);
+        QVERIFY(h.Find("cmdMail")->isEnabled());
+    }
+
+    void CmdAboutOpensTheWelcomeWindow() {
+        Harness h(kEnglish);
+        QCOMPARE(h.Find<QAbstractButton>("cmdAbout")->text(), Catalogue(kEnglish, 554));
+        h.Click("cmdAbout");
+        auto* about = h.window.findChild<FrmAbout*>(u"FrmAbout"_s);
+        QVERIFY(about != nullptr && about->isVisible());
+        QCOMPARE(about->windowTitle(), Catalogue(kEnglish, 200));
+        QTest::mouseClick(about->findChild<QWidget*>(u"ImageFR"_s), Qt::LeftButton);
+        QCOMPARE(h.window.LanguageOffset(), kFrench);
+        QCOMPARE(h.Find<QAbstractButton>("Command2")->text(), Catalogue(kFrench, 162));
+        QTest::mouseClick(MainFlag(h.window, u"ImageDE"_s), Qt::LeftButton);
+        QCOMPARE(about->findChild<QLabel*>(u"LblDescription"_s)->text(), Catalogue(kGerman, 560));
+        h.Click("cmdAbout");
+        QCOMPARE(h.window.findChildren<FrmAbout*>().size(), 1);
+        QTest::mouseClick(about->findChild<QWidget*>(u"Command1"_s), Qt::LeftButton);
+        QTRY_COMPARE(h.window.findChildren<FrmAbout*>().size(), 0);
+    }
+
+    void ClosingTheMainWindowClosesTheSideWindows() {
+        Harness h(kEnglish);
+        h.Fill(u"text"_s, u"pw"_s);
+        h.Click("Command1");
+        h.Click("cmdTast");
+        h.Click("cmdMail");
+        h.Click("cmdAbout");
+        const QList<QWidget*> sides{h.window.findChild<FrmTast*>(u"FrmTast"_s),
+                                    h.window.findChild<frmEmail*>(u"frmEmail"_s),
+                                    h.window.findChild<FrmAbout*>(u"FrmAbout"_s)};
+        for (QWidget* side : sides) {
+            QVERIFY(side != nullptr && side->isVisible());
+        }
+        h.window.close();
+        for (QWidget* side : sides) {
+            QVERIFY2(!side->isVisible(), qPrintable(side->objectName()));
+        }
     }
 };
 

@@ -56,6 +56,15 @@ TEST_P(LanguageTable, MapsLocaleToIdAndIdToOffset) {
 INSTANTIATE_TEST_SUITE_P(Table, LanguageTable, ::testing::ValuesIn(kLanguages),
                          [](const auto& info) { return info.param.name; });
 
+TEST(LanguageTable, LocaleNamesSplitIntoLanguageAndTerritory) {
+    EXPECT_EQ(WindowsLanguageIdOfLocale("de_DE"), 0x0407);
+    EXPECT_EQ(WindowsLanguageIdOfLocale("de_CH.UTF-8"), 0x0807);
+    EXPECT_EQ(WindowsLanguageIdOfLocale("es_ES@euro"), 0x0C0A);
+    EXPECT_EQ(WindowsLanguageIdOfLocale("fr"), 0x040C);
+    EXPECT_EQ(WindowsLanguageIdOfLocale("C"), 0);
+    EXPECT_EQ(WindowsLanguageIdOfLocale(""), 0);
+}
+
 struct CommandCase {
     const char* name;
     const char* commandLine;
