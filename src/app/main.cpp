@@ -27,6 +27,7 @@ int main(int argc, char* argv[]) {
     kelvora::SystemRandom random;
     kelvora::FCrypt window(messages, random, SystemLanguageOffset());
     messages.setParent(&window);
+    messages.SetLanguageSource([&window] { return window.LanguageOffset(); });
     window.show();
     window.Load(kelvora::JoinArguments(argc, argv),
                 QString::fromStdString(kelvora::ProgramName(argc > 0 ? argv[0] : "kelvora")));
