@@ -34,6 +34,11 @@ QString ButtonText(int languageOffset, int germanId) {
     return QString::fromStdString(GetText(languageOffset, germanId));
 }
 
+QString FirstSelected(const QFileDialog& dialog) {
+    const QStringList selected = dialog.selectedFiles();
+    return selected.isEmpty() ? QString() : selected.constFirst();
+}
+
 } // namespace
 
 void LabelButtons(QMessageBox& box, int languageOffset) {
@@ -101,22 +106,16 @@ QString QtMessageService::SaveFileName(const QString& title, const QString& filt
     QFileDialog dialog(m_parent, title, suggested, filter);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    if (RunFileDialog(dialog, kSaveButtonId) != QDialog::Accepted ||
-        dialog.selectedFiles().isEmpty()) {
-        return QString();
-    }
-    return dialog.selectedFiles().constFirst();
+    return RunFileDialog(dialog, kSaveButtonId) == QDialog::Accepted ? FirstSelected(dialog)
+                                                                     : QString();
 }
 
 QString QtMessageService::ExistingFolder(const QString& title) {
     QFileDialog dialog(m_parent, title);
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
-    if (RunFileDialog(dialog, kOkButtonId) != QDialog::Accepted ||
-        dialog.selectedFiles().isEmpty()) {
-        return QString();
-    }
-    return dialog.selectedFiles().constFirst();
+    return RunFileDialog(dialog, kOkButtonId) == QDialog::Accepted ? FirstSelected(dialog)
+                                                                   : QString();
 }
 
 void QtMessageService::OpenUrl(const QString& url) {
