@@ -118,6 +118,7 @@ void SharedSecurityPanel::BuildControls() {
         m_lblNextKey[i] = new QToolButton(this);
         m_lblNextKey[i]->setObjectName(QStringLiteral("lblNextKey_%1").arg(i));
         m_lblNextKey[i]->setText(i == 0 ? QStringLiteral(">") : QStringLiteral("<"));
+        m_lblNextKey[i]->setAutoRaise(true);
         connect(m_lblNextKey[i], &QToolButton::clicked, this, [this, i] { OnArrow(i); });
     }
     row->addWidget(caption);
@@ -127,16 +128,12 @@ void SharedSecurityPanel::BuildControls() {
     row->addWidget(m_lblNextKey[1]);
     row->addWidget(m_keyScroll, 1);
     row->addWidget(m_lblNextKey[0]);
-    column->addLayout(row);
-
-    auto* places = new QHBoxLayout;
-    places->setSpacing(4);
+    row->addSpacing(8);
     for (int i = 0; i < kSharedKeySlots; ++i) {
         m_places[static_cast<std::size_t>(i)] = new KeyPlace(i, this);
-        places->addWidget(m_places[static_cast<std::size_t>(i)]);
+        row->addWidget(m_places[static_cast<std::size_t>(i)]);
     }
-    places->addStretch();
-    column->addLayout(places);
+    column->addLayout(row);
     auto* hint = Tag(new QLabel(this), QStringLiteral("LblSharedHint"), kDecryptionOnlyHintId);
     hint->setProperty("role", QStringLiteral("hint"));
     hint->setWordWrap(true);
