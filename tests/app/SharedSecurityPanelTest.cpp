@@ -55,6 +55,17 @@ struct Harness {
         QTest::keyClicks(txtCode, text);
     }
     void Scroll(int value) { Find<QScrollBar>(u"KeyScroll"_s)->setValue(value); }
+    // EnterKeys selects shared mode and types each key at its place of the scroll bar; an
+    // empty key is skipped.
+    void EnterKeys(const QStringList& keys) {
+        Click(u"optMults_1"_s);
+        for (int i = 0; i < keys.size(); ++i) {
+            if (!keys[i].isEmpty()) {
+                Scroll(i + 1);
+                Type(keys[i]);
+            }
+        }
+    }
     void SetCount(const QString& count) {
         auto* field = Find<QLineEdit>(u"txtKeyNum"_s);
         field->setFocus();
@@ -112,12 +123,7 @@ private slots:
 
     void KeysEnteredThroughTheScrollBarCombine() {
         Harness h;
-        h.Click(u"optMults_1"_s);
-        h.Type(u"a"_s);
-        h.Scroll(2);
-        h.Type(u"b"_s);
-        h.Scroll(3);
-        h.Type(u"c"_s);
+        h.EnterKeys({u"a"_s, u"b"_s, u"c"_s});
         QCOMPARE(h.Caption(), u"3/3"_s);
         QCOMPARE(h.Places(), u"###-------"_s);
         const std::optional<SecretBytes> key = h.panel->BuildKey();
@@ -135,10 +141,7 @@ private slots:
 
     void AnEmptyKeyIsNamedByItsNumber() {
         Harness h;
-        h.Click(u"optMults_1"_s);
-        h.Type(u"a"_s);
-        h.Scroll(3);
-        h.Type(u"c"_s);
+        h.EnterKeys({u"a"_s, QString(), u"c"_s});
         QVERIFY(!h.panel->BuildKey().has_value());
         QCOMPARE(h.messages.ShownIds(), QList<int>{kEmptyKeyMessageId});
         QCOMPARE(h.messages.shown[0].text, u"Key 2 is empty. Please enter every key before "
@@ -185,10 +188,7 @@ private slots:
 
     void ModeSwitchesThrowAwayEveryKey() {
         Harness h;
-        h.Click(u"optMults_1"_s);
-        h.Type(u"a"_s);
-        h.Scroll(2);
-        h.Type(u"b"_s);
+        h.EnterKeys({u"a"_s, u"b"_s});
         h.Click(u"optMults_0"_s);
         QCOMPARE(h.txtCode->text(), QString());
         h.Click(u"optMults_1"_s);
