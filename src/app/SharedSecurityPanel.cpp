@@ -15,6 +15,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 namespace kelvora {
 namespace {
@@ -172,6 +173,7 @@ void SharedSecurityPanel::OnCountChanged(const QString& text) {
     const std::string box = m_txtCode.text().toStdString();
     const std::optional<std::string> shown = m_state.OnCountChanged(text.toStdString(), box);
     m_hiddenPlace.reset();
+    m_countAnnounced = false;
     Mirror();
     ShowInBox(shown);
 }
@@ -181,8 +183,8 @@ bool SharedSecurityPanel::ValidateCount() {
     case SharedSecurityState::Validation::Accept:
         return true;
     case SharedSecurityState::Validation::RefuseOutOfRange:
-        m_messages.ShowMessage(kKeyCountMessageId, Text(kKeyCountMessageId),
-                               MessageService::Icon::Information, QString());
+        ShowCountMessage();
+        m_countAnnounced = true;
         return false;
     case SharedSecurityState::Validation::Refuse:
         return false;
@@ -194,6 +196,11 @@ bool SharedSecurityPanel::ValidateCount() {
     OnOptMultsClick(0);
     m_txtKeyNum->setText(QString::fromLatin1(SharedSecurityState::kFallbackCount));
     return true;
+}
+
+void SharedSecurityPanel::ShowCountMessage() {
+    m_messages.ShowMessage(kKeyCountMessageId, Text(kKeyCountMessageId),
+                           MessageService::Icon::Information, QString());
 }
 
 void SharedSecurityPanel::OnScroll(int value) {
@@ -210,8 +217,10 @@ std::optional<SecretBytes> SharedSecurityPanel::BuildKey() {
     SharedKey shared = m_state.BuildKey(m_txtCode.text().toStdString());
     UpdatePlaces();
     if (shared.emptyKeyNumber == SharedSecurityState::kCountOutOfRange) {
-        m_messages.ShowMessage(kKeyCountMessageId, Text(kKeyCountMessageId),
-                               MessageService::Icon::Information, QString());
+        // A click on a command first takes the focus from the count field, which has said so.
+        if (!std::exchange(m_countAnnounced, false)) {
+            ShowCountMessage();
+        }
         return std::nullopt;
     }
     if (!shared.ok()) {

@@ -81,6 +81,7 @@ private:
     void OnOptMultsClick(int index);
     void OnCountChanged(const QString& text);
     bool ValidateCount();
+    void ShowCountMessage();
     void OnScroll(int value);
     void OnArrow(int index);
     void ShowInBox(const std::optional<std::string>& text);
@@ -94,6 +95,7 @@ private:
     SharedSecurityState m_state;
     bool m_offered = true;
     std::optional<int> m_hiddenPlace;
+    bool m_countAnnounced = false; // message 385 was shown for the count as it stands
 
     QWidget* m_modeButtons = nullptr;
     std::array<QRadioButton*, 2> m_optMults{};
