@@ -103,6 +103,7 @@ void FCrypt::SetLanguage(int languageOffset) {
 
 void FCrypt::Localise() {
     LocaliseForm(this, m_context.languageOffset);
+    m_framePwd->Localise();
     m_tabStr->SetCaption(kFilesTab, m_context.Text(167));
     m_tabStr->SetCaption(kTextTab, m_context.Text(166));
     m_tabFileCrypt->SetCaption(kEncryptTab, m_context.Text(183));
@@ -214,6 +215,7 @@ void FCrypt::OnTabStrChange(int newTab) {
         OnTabFileCryptChange(m_tabFileCrypt->ActiveTab());
     }
     m_textPage->setVisible(newTab == kTextTab);
+    m_framePwd->SetSharedSecurityOffered(newTab != kTextTab);
 }
 
 void FCrypt::OnTabFileCryptChange(int newTab) {

@@ -9,6 +9,7 @@
 #include "common/Ansi.h"
 #include "common/LineBreaks.h"
 #include "crypto/CRijndael.h"
+#include "i18n/Catalogue.h"
 #include "mail/frmEmail.h"
 #include "text/EncryptedText.h"
 
@@ -22,6 +23,9 @@ namespace kelvora {
 namespace {
 
 constexpr int kMissingInputMessageId = 114;
+constexpr int kReminderMessageId = 190;
+constexpr int kUnsupportedInTextQuestionId = 591; // "%s" the character, "%d" its position
+constexpr int kNoBannerQuestionId = 592;
 
 } // namespace
 
@@ -86,6 +90,21 @@ std::string TextPage::AnsiResults() const {
     return ToCrLf(AnsiFromUtf8(m_txtResults->toPlainText().toStdString()));
 }
 
+std::optional<std::string> TextPage::AnsiTextToEncrypt() {
+    SecretString typed(m_txtResults->toPlainText().toStdString());
+    const AnsiCheck check = CheckAnsi(typed.str(), NulRule::Refused);
+    if (!check.ok()) {
+        const QString text = QString::fromStdString(
+            GetText(m_context.languageOffset, kUnsupportedInTextQuestionId,
+                    DescribeCharacter(*check.first), std::to_string(check.first->position)));
+        if (m_context.messages.AskYesNo(kUnsupportedInTextQuestionId, text, QString()) !=
+            MessageService::Answer::Yes) {
+            return std::nullopt;
+        }
+    }
+    return ToCrLf(AnsiTextFromUtf8(typed.str()));
+}
+
 void TextPage::ShowResults(std::string_view ansiText) {
     m_txtResults->setPlainText(QString::fromStdString(FromCrLf(Utf8FromAnsi(ansiText))));
 }
@@ -94,22 +113,26 @@ void TextPage::OnCommand1Click() {
     if (!TextInputsGiven()) {
         return;
     }
-    if (m_context.messages.AskOkCancel(190, m_context.Text(190), kTextReminderTitle) !=
-        MessageService::Answer::Ok) {
-        return;
-    }
-    JobScope job(m_host);
-    const std::string plain = WithBanner(m_context.languageOffset, AnsiResults());
-    ShowResults(plain);
-
-    CRijndael cipher(&job.Observer());
-    job.LinkCancel(cipher.Cancel);
+    // Everything that can refuse or change the input is settled before anything changes.
     std::optional<SecretBytes> key = m_passphrase.EncryptionKey(kMissingInputMessageId);
-    m_passphrase.Clear();
     if (!key) {
         return;
     }
-    const TextResult result = EncryptText(cipher, key->bytes(), plain, m_context.random);
+    std::optional<std::string> text = AnsiTextToEncrypt();
+    if (!text ||
+        m_context.messages.AskOkCancel(kReminderMessageId, m_context.Text(kReminderMessageId),
+                                       kTextReminderTitle) != MessageService::Answer::Ok) {
+        return;
+    }
+    JobScope job(m_host);
+    SecretString plain(WithBanner(m_context.languageOffset, *text));
+    Wipe(*text);
+    ShowResults(plain.str());
+
+    CRijndael cipher(&job.Observer());
+    job.LinkCancel(cipher.Cancel);
+    m_passphrase.Clear();
+    const TextResult result = EncryptText(cipher, key->bytes(), plain.str(), m_context.random);
     key.reset();
     if (result.status == TextStatus::Ok) {
         ShowResults(result.text);
@@ -122,22 +145,37 @@ void TextPage::OnCommand2Click() {
     if (!TextInputsGiven()) {
         return;
     }
-    JobScope job(m_host);
-    CRijndael cipher(&job.Observer());
-    job.LinkCancel(cipher.Cancel);
+    // In shared mode this combines the keys, or names the one missing, before the busy state.
     std::optional<SecretBytes> key = m_passphrase.DecryptionKey(kMissingInputMessageId);
     if (!key) {
         return;
     }
-    TextResult result = DecryptText(cipher, key->bytes(), AnsiResults());
+    TextResult result;
+    {
+        JobScope job(m_host);
+        CRijndael cipher(&job.Observer());
+        job.LinkCancel(cipher.Cancel);
+        result = DecryptText(cipher, key->bytes(), AnsiResults());
+    }
+    key.reset();
+    m_passphrase.Clear();
     if (result.status == TextStatus::NotBlockAligned) {
         m_context.ShowMessage(kMissingInputMessageId);
     } else if (result.status == TextStatus::Ok) {
-        ShowResults(UpToFirstNul(result.text));
+        ShowDecrypted(UpToFirstNul(result.text));
     }
     Wipe(result.text);
-    key.reset();
-    m_passphrase.Clear();
+}
+
+void TextPage::ShowDecrypted(std::string_view ansiText) {
+    // A text that does not start with a banner line was most likely deciphered with a wrong
+    // key: the encrypted text stays unless the person wants to see the result anyway.
+    if (!StartsWithBanner(ansiText) &&
+        m_context.messages.AskYesNo(kNoBannerQuestionId, m_context.Text(kNoBannerQuestionId),
+                                    QString()) != MessageService::Answer::Yes) {
+        return;
+    }
+    ShowResults(ansiText);
 }
 
 void TextPage::OnLblLinkClick() {

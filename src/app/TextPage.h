@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QString>
 #include <QWidget>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -45,7 +46,13 @@ private:
     // TextInputsGiven shows message 114 unless both the passphrase and the text are there.
     bool TextInputsGiven();
     std::string AnsiResults() const;
+    // AnsiTextToEncrypt is the text of the box in Windows-1252. When it holds a character the
+    // code page lacks, or a NUL, the person is asked first whether "?" may stand in for them;
+    // No gives nothing.
+    std::optional<std::string> AnsiTextToEncrypt();
     void ShowResults(std::string_view ansiText);
+    // ShowDecrypted puts a decrypted text into the box; see OnCommand2Click.
+    void ShowDecrypted(std::string_view ansiText);
 
     WindowContext& m_context;
     PassphraseArea& m_passphrase;

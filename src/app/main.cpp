@@ -35,6 +35,7 @@ int main(int argc, char* argv[]) {
     kelvora::SystemRandom random;
     kelvora::FCrypt window(messages, random, SystemLanguageOffset());
     messages.setParent(&window);
+    messages.SetLanguageSource([&window] { return window.LanguageOffset(); });
     window.show();
     // The arguments as the system split them, so a path with blanks stays one path.
     const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);

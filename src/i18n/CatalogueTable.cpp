@@ -766,6 +766,98 @@ constexpr CatalogueRow kRows[] = {
           "Start the free trial",
           "Empezar la prueba gratuita",
           "Commencer l'essai gratuit"},
+
+    // The buttons of questions, beside 150 "Cancel" and 151 "OK".
+    {580, "Ja",
+          "Yes",
+          "Sí",
+          "Oui"},
+
+    {581, "Nein",
+          "No",
+          "No",
+          "Non"},
+
+    // The arrows of the shared-security panel.
+    {582, "Zum nächsten Schlüssel",
+          "Go to next key",
+          "Ir a la clave siguiente",
+          "Aller à la clé suivante"},
+
+    {583, "Zum vorherigen Schlüssel",
+          "Go to previous key",
+          "Ir a la clave anterior",
+          "Aller à la clé précédente"},
+
+    {584, "Die geteilten Schlüssel dienen dem Entschlüsseln. Verschlüsselt wird immer mit der "
+          "Passphrase allein.",
+          "The shared keys serve decryption. Encryption always uses the passphrase alone.",
+          "Las claves compartidas sirven para descifrar. El cifrado usa siempre solo la frase "
+          "de contraseña.",
+          "Les clés partagées servent au déchiffrement. Le chiffrement utilise toujours la "
+          "phrase secrète seule."},
+
+    // The ten key places: "%s" is the key's number.
+    {585, "Schlüssel %s: eingegeben",
+          "Key %s: entered",
+          "Clave %s: introducida",
+          "Clé %s : saisie"},
+
+    {586, "Schlüssel %s: leer",
+          "Key %s: empty",
+          "Clave %s: vacía",
+          "Clé %s : vide"},
+
+    {587, "Angezeigter Schlüssel",
+          "Key on show",
+          "Clave mostrada",
+          "Clé affichée"},
+
+    // "%s" names a character of the passphrase that the key cannot hold.
+    {588, "Die Passphrase enthält das Zeichen %s, das der Schlüssel nicht aufnehmen kann (es "
+          "würde zu \"?\"). Bitte wählen Sie eine Passphrase ohne dieses Zeichen.",
+          "The passphrase contains the character %s, which the key cannot hold (it would become "
+          "\"?\"). Please choose a passphrase without it.",
+          "La frase de contraseña contiene el carácter %s, que la clave no puede contener (se "
+          "convertiría en \"?\"). Elija una frase de contraseña sin él.",
+          "La phrase secrète contient le caractère %s, que la clé ne peut pas contenir (il "
+          "deviendrait « ? »). Choisissez une phrase secrète sans ce caractère."},
+
+    // Warning lines of the rating display.
+    {589, "Das Zeichen %s zählt im Schlüssel als \"?\".",
+          "The character %s counts as \"?\" in the key.",
+          "El carácter %s cuenta como \"?\" en la clave.",
+          "Le caractère %s compte comme « ? » dans la clé."},
+
+    {590, "Nur die ersten 32 Zeichen werden verwendet.",
+          "Only the first 32 characters are used.",
+          "Solo se usan los primeros 32 caracteres.",
+          "Seuls les 32 premiers caractères sont utilisés."},
+
+    // "%s" names the first character of the text that an encrypted text cannot hold, "%d" is
+    // its position in the text.
+    {591, "Der Text enthält an Stelle %d das Zeichen %s, das ein verschlüsselter Text nicht "
+          "aufnehmen kann. Soll der Text mit \"?\" anstelle jedes solchen Zeichens verschlüsselt "
+          "werden?",
+          "The text contains the character %s at position %d, which an encrypted text cannot "
+          "hold. Encrypt the text with \"?\" in place of every such character?",
+          "El texto contiene el carácter %s en la posición %d, que un texto cifrado no puede "
+          "contener. ¿Cifrar el texto con \"?\" en lugar de cada uno de esos caracteres?",
+          "Le texte contient le caractère %s à la position %d, qu'un texte chiffré ne peut pas "
+          "contenir. Chiffrer le texte avec « ? » à la place de chacun de ces caractères ?"},
+
+    {592, "Der entschlüsselte Text beginnt nicht mit der Kelvora-Zeile: Die Passphrase oder "
+          "ein Schlüssel ist wahrscheinlich falsch. Soll das Ergebnis trotzdem angezeigt werden? "
+          "Bei \"Nein\" bleibt der verschlüsselte Text stehen.",
+          "The decrypted text does not begin with the Kelvora line: the passphrase or a key is "
+          "probably wrong. Show the result anyway? If you answer \"No\", the encrypted text "
+          "stays as it is.",
+          "El texto descifrado no empieza con la línea de Kelvora: la frase de contraseña o una "
+          "clave probablemente es incorrecta. ¿Mostrar el resultado de todos modos? Si responde "
+          "\"No\", el texto cifrado se queda como está.",
+          "Le texte déchiffré ne commence pas par la ligne Kelvora : la phrase secrète ou une "
+          "clé est probablement fausse. Afficher quand même le résultat ? Si vous répondez "
+          "« Non », le texte chiffré reste tel quel."},
 };
 // clang-format on
 
