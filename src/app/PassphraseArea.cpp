@@ -73,7 +73,7 @@ PassphraseArea::PassphraseArea(WindowContext& context, QWidget* parent)
     m_sharedSecurity = new SharedSecurityPanel(
         *m_txtCode, m_context.messages, [&context] { return context.languageOffset; }, this);
     // The mode buttons share the row of ChkHPwd, so shared mode costs the window little room.
-    grid->addWidget(m_sharedSecurity->ModeButtons(), 2, 0, 1, 2, Qt::AlignRight);
+    grid->addWidget(m_sharedSecurity->ModeButtons(), 2, 0, Qt::AlignRight);
     grid->addWidget(m_sharedSecurity, 5, 0, 1, 2);
     grid->setColumnStretch(0, 1);
 

@@ -17,7 +17,7 @@ inline const QColor kStar{0xF2, 0xB0, 0x1E};
 
 inline constexpr int kWindowRounding = 20; // the 20 x 20 corner ellipse of the main window
 inline constexpr int kWindowWidth = 780;
-inline constexpr int kWindowHeight = 660;
+inline constexpr int kWindowHeight = 690;
 
 // StyleSheet is the main window's style sheet. Frames and labels that draw borders of their
 // own (the flags) are left alone by it.

@@ -375,6 +375,7 @@ private slots:
 
     void CmdMailHandsOverTheEncryptedText() {
         Harness h(kEnglish);
+        h.Find<LightTab>("TabStr")->SetActiveTab(FCrypt::kTextTab);
         QVERIFY(h.Find("cmdMail")->isVisible());
         QVERIFY(!h.Find("cmdMail")->isEnabled());
         h.Fill(u"meet at noon"_s, u"pw"_s);
