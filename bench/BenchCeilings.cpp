@@ -11,6 +11,7 @@
 #include <fstream>
 #include <functional>
 #include <thread>
+#include <time.h>
 #include <vector>
 
 namespace kelvora::bench {
@@ -48,61 +49,93 @@ std::vector<Chunk> ReadChunks(const std::string& folder) {
     return chunks;
 }
 
-double Seconds(const std::function<void()>& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+double ProcessCpuSeconds() {
+    timespec now{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
+}
+
+// Timed is the wall time of one run of a part and its CPU time.
+struct Timed {
+    double wall = 0;
+    double cpu = 0;
+};
+
+// Median runs work runs times and keeps the run of median wall time.
+Timed Median(int runs, const std::function<void()>& work) {
+    std::vector<Timed> times;
+    for (int i = 0; i < runs; ++i) {
+        const auto start = std::chrono::steady_clock::now();
+        const double cpuStart = ProcessCpuSeconds();
+        work();
+        times.push_back(
+            {std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(),
+             ProcessCpuSeconds() - cpuStart});
+    }
+    std::sort(times.begin(), times.end(),
+              [](const Timed& x, const Timed& y) { return x.wall < y.wall; });
+    return times[times.size() / 2];
 }
 
 // OnEveryCore runs work(i) for every chunk index, the chunks shared out among cores threads.
-double OnEveryCore(std::size_t cores, std::size_t count,
-                   const std::function<void(std::size_t)>& work) {
-    return Seconds([&] {
-        std::atomic<std::size_t> next{0};
-        std::vector<std::thread> threads;
-        for (std::size_t t = 0; t < cores; ++t) {
-            threads.emplace_back([&] {
-                for (std::size_t i; (i = next++) < count;) {
-                    work(i);
-                }
-            });
-        }
-        for (std::thread& thread : threads) {
-            thread.join();
-        }
-    });
+void OnEveryCore(std::size_t cores, std::size_t count,
+                 const std::function<void(std::size_t)>& work) {
+    std::atomic<std::size_t> next{0};
+    std::vector<std::thread> threads;
+    for (std::size_t t = 0; t < cores; ++t) {
+        threads.emplace_back([&] {
+            for (std::size_t i; (i = next++) < count;) {
+                work(i);
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
 }
 
 } // namespace
 
-Ceilings MeasureCeilings(const std::string& folder) {
+Ceilings MeasureCeilings(const std::string& folder, int runs) {
     std::vector<Chunk> chunks = ReadChunks(folder);
     Ceilings ceilings;
     ceilings.cores = std::max(1U, std::thread::hardware_concurrency());
     for (const Chunk& chunk : chunks) {
         ceilings.plainBytes += chunk.plain.size();
     }
-    ceilings.deflateSeconds = OnEveryCore(ceilings.cores, chunks.size(), [&](std::size_t i) {
-        static_cast<void>(CompressBlock(chunks[i].plain, chunks[i].block));
+    const Timed deflate = Median(runs, [&] {
+        OnEveryCore(ceilings.cores, chunks.size(), [&](std::size_t i) {
+            static_cast<void>(CompressBlock(chunks[i].plain, chunks[i].block));
+        });
     });
     for (const Chunk& chunk : chunks) {
         ceilings.compressedBytes += chunk.block.size();
     }
     CRijndael cipher;
     static_cast<void>(cipher.EncryptPrepareKey(Bytes(kKeyBytes, 7)));
-    ceilings.encipherSeconds = Seconds([&] {
+    const Timed encipher = Median(runs, [&] {
         for (Chunk& chunk : chunks) {
             chunk.cipher = cipher.EncryptDo(chunk.block, !chunk.first);
         }
     });
-    ceilings.decipherSeconds = Seconds([&] {
+    const Timed decipher = Median(runs, [&] {
         for (Chunk& chunk : chunks) {
             chunk.block = cipher.DecryptDo(chunk.cipher, !chunk.first);
         }
     });
-    ceilings.inflateSeconds = OnEveryCore(ceilings.cores, chunks.size(), [&](std::size_t i) {
-        static_cast<void>(UncompressBlock(chunks[i].block, chunks[i].plain));
+    const Timed inflate = Median(runs, [&] {
+        OnEveryCore(ceilings.cores, chunks.size(), [&](std::size_t i) {
+            static_cast<void>(UncompressBlock(chunks[i].block, chunks[i].plain));
+        });
     });
+    ceilings.deflateSeconds = deflate.wall;
+    ceilings.deflateCpu = deflate.cpu;
+    ceilings.encipherSeconds = encipher.wall;
+    ceilings.encipherCpu = encipher.cpu;
+    ceilings.decipherSeconds = decipher.wall;
+    ceilings.decipherCpu = decipher.cpu;
+    ceilings.inflateSeconds = inflate.wall;
+    ceilings.inflateCpu = inflate.cpu;
     return ceilings;
 }
 
