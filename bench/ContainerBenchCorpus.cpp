@@ -71,6 +71,8 @@ void WriteCorpusFile(const std::string& path, std::uint64_t size, Content conten
     }
 }
 
+// The shape of a backed-up home folder: three quarters text-like in thousands of small files
+// and a few large ones, one quarter random (already compressed) likewise, 256 MiB in all.
 CorpusSummary MakeCorpus(const std::string& folder) {
     std::filesystem::remove_all(folder);
     CorpusSummary summary;
@@ -78,17 +80,28 @@ CorpusSummary MakeCorpus(const std::string& folder) {
         WriteCorpusFile(folder + "/" + relative, size, content, summary.files + 1);
         ++summary.files;
         summary.bytes += size;
+        return size;
     };
-    XorShift sizes(42);
-    for (int i = 0; i < 3000; ++i) {
-        const std::string name = "small/d" + std::to_string(i % 37) + "/e" + std::to_string(i % 5) +
-                                 "/f" + std::to_string(i) + ".txt";
-        add(name, 100 + sizes.Next() % (48 * 1024), i % 4 == 0 ? Content::Random : Content::Text);
-    }
-    add("large/text-1.log", 120 * kMiB, Content::Text);
-    add("large/text-2.csv", 60 * kMiB, Content::Text);
-    add("large/random.bin", 80 * kMiB, Content::Random);
-    add("large/odd-size.bin", 3 * kMiB + 12345, Content::Random);
+    const auto addKind = [&](const char* kind, Content content, int smallFiles,
+                             std::uint64_t smallMax, std::uint64_t total,
+                             std::initializer_list<double> largeShares) {
+        XorShift sizes(content == Content::Text ? 42 : 43);
+        std::uint64_t written = 0;
+        for (int i = 0; i < smallFiles; ++i) {
+            const std::string name = std::string(kind) + "/d" + std::to_string(i % 37) + "/e" +
+                                     std::to_string(i % 5) + "/f" + std::to_string(i) + ".dat";
+            written += add(name, 1024 + sizes.Next() % smallMax, content);
+        }
+        int large = 0;
+        for (const double share : largeShares) {
+            const auto size =
+                static_cast<std::uint64_t>(static_cast<double>(total - written) * share) +
+                static_cast<std::uint64_t>(large) * 4099; // odd sizes too
+            add(std::string(kind) + "/large-" + std::to_string(++large) + ".dat", size, content);
+        }
+    };
+    addKind("text", Content::Text, 5140, 36 * 1024, 192 * kMiB, {0.4, 0.25, 0.15, 0.1, 0.06, 0.04});
+    addKind("random", Content::Random, 330, 64 * 1024, 64 * kMiB, {0.45, 0.25, 0.15, 0.1, 0.05});
     return summary;
 }
 

@@ -19,8 +19,9 @@ struct CorpusSummary {
     std::uint64_t bytes = 0;
 };
 
-// MakeCorpus fills folder (created afresh) with many small files in nested folders and a
-// few large ones, text-like and random: about 330 MB in all.
+// MakeCorpus fills folder (created afresh) with 256 MiB: three quarters text-like in 5,146
+// files, one quarter random in 335, each kind many small files in nested folders and a few
+// large ones.
 CorpusSummary MakeCorpus(const std::string& folder);
 
 } // namespace kelvora::bench

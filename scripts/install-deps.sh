@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   build-essential cmake pkg-config clang-format
   qt6-base-dev qt6-base-dev-tools libgl-dev
-  zlib1g-dev libgtest-dev libgmock-dev libbenchmark-dev
+  zlib1g-dev libdeflate-dev libgtest-dev libgmock-dev libbenchmark-dev
   libmcrypt-dev gnupg
   xvfb xauth imagemagick fonts-dejavu-core
   scdoc man-db bash-completion desktop-file-utils appstream shared-mime-info libxml2-utils

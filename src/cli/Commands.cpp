@@ -4,6 +4,7 @@
 #include "cli/TextCommands.h"
 #include "cli/ToolCommands.h"
 #include "common/Version.h"
+#include "crypto/CipherPath.h"
 
 #include <algorithm>
 #include <array>
@@ -32,9 +33,10 @@ void PrintOverview(std::ostream& stream) {
 }
 
 // PrintVersion names the program and the product version, first line alone, so that scripts
-// can read it with "head -n 1".
+// can read it with "head -n 1", then the cipher path this process runs on.
 void PrintVersion(std::ostream& stream) {
-    stream << "kelvora-cli " << kVersionText << '\n';
+    stream << "kelvora-cli " << kVersionText << '\n'
+           << "cipher path: " << CipherPathName(ActiveCipherPath()) << '\n';
 }
 
 const Command* FindCommand(std::string_view name) {

@@ -1,5 +1,6 @@
 #include "crypto/CRijndael.h"
 
+#include "crypto/Rijndael256Hardware.h"
 #include "crypto/RijndaelBuffer.h"
 #include "crypto/RijndaelCipher.h"
 #include "crypto/RijndaelSchedule.h"
@@ -22,6 +23,7 @@ std::size_t PaddedBlockCount(std::size_t length) {
 struct CRijndael::Schedule {
     const RijndaelTables* tables = nullptr;
     RijndaelSchedule keys;
+    HardwareRoundKeys hardwareKeys{}; // the same keys laid out for the AES instructions
 
     const RijndaelTables& Tables() const {
         return tables != nullptr ? *tables : SharedRijndaelTables();
@@ -32,6 +34,7 @@ CRijndael::CRijndael(JobObserver* observer) : m_observer(observer), m_schedule(n
 
 CRijndael::~CRijndael() {
     WipeMemory(&m_schedule->keys, sizeof m_schedule->keys);
+    WipeMemory(&m_schedule->hardwareKeys, sizeof m_schedule->hardwareKeys);
     delete m_schedule;
     WipeMemory(m_encryptChain.data(), m_encryptChain.size());
     WipeMemory(m_decryptChain.data(), m_decryptChain.size());
@@ -44,6 +47,22 @@ void CRijndael::gentables() {
 // A block or key length the cipher does not know leaves the previous schedule in force.
 void CRijndael::gkey(int nb, int nk, const std::uint8_t* key) {
     static_cast<void>(ExpandRijndaelKey(m_schedule->Tables(), nb, nk, key, m_schedule->keys));
+    if (m_schedule->keys.nb == 8) {
+        MakeHardwareRoundKeys(m_schedule->keys, m_schedule->hardwareKeys);
+    }
+}
+
+bool CRijndael::UseCipherPath(CipherPath path) {
+    if (!CipherPathAvailable(path)) {
+        return false;
+    }
+    m_path = path;
+    return true;
+}
+
+// The AES instructions only serve the 256-bit block; other block lengths stay portable.
+bool CRijndael::OnHardware() const {
+    return m_path != CipherPath::Portable && m_schedule->keys.nb == 8;
 }
 
 bool CRijndael::HasKey() const {
@@ -63,14 +82,20 @@ void CRijndael::Decrypt(std::uint8_t* block) const {
 
 void CRijndael::EncryptBlocksCbc(const std::uint8_t* in, std::uint8_t* out, std::size_t count,
                                  std::uint8_t* iv) const {
-    if (HasKey()) {
+    if (OnHardware()) {
+        Rijndael256EncryptCbcAesNi(m_schedule->hardwareKeys, in, out, count, iv);
+    } else if (HasKey()) {
         RijndaelEncryptCbc(m_schedule->Tables(), m_schedule->keys, in, out, count, iv);
     }
 }
 
 void CRijndael::DecryptBlocksCbc(const std::uint8_t* in, std::uint8_t* out, std::size_t count,
                                  std::uint8_t* iv) const {
-    if (HasKey()) {
+    if (OnHardware() && m_path == CipherPath::Vaes) {
+        Rijndael256DecryptCbcVaes(m_schedule->hardwareKeys, in, out, count, iv);
+    } else if (OnHardware()) {
+        Rijndael256DecryptCbcAesNi(m_schedule->hardwareKeys, in, out, count, iv);
+    } else if (HasKey()) {
         RijndaelDecryptCbc(m_schedule->Tables(), m_schedule->keys, in, out, count, iv);
     }
 }

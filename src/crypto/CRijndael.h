@@ -2,6 +2,7 @@
 
 #include "common/Bytes.h"
 #include "common/JobObserver.h"
+#include "crypto/CipherPath.h"
 
 #include <array>
 #include <atomic>
@@ -44,11 +45,16 @@ public:
     // EncryptBlocksCbc enciphers count consecutive blocks from in to out in CBC mode,
     // chaining from iv and leaving the last ciphertext block in iv. DecryptBlocksCbc is its
     // inverse (iv ends as the last ciphertext block consumed). in and out may be the same.
-    // These are the engine's bulk paths; a hardware-accelerated variant replaces them.
+    // These are the engine's bulk paths; they run on the object's cipher path.
     void EncryptBlocksCbc(const std::uint8_t* in, std::uint8_t* out, std::size_t count,
                           std::uint8_t* iv) const;
     void DecryptBlocksCbc(const std::uint8_t* in, std::uint8_t* out, std::size_t count,
                           std::uint8_t* iv) const;
+
+    // UseCipherPath makes this object run on path from now on and gives true, or gives false
+    // and changes nothing when this CPU cannot run it. New objects take ActiveCipherPath().
+    [[nodiscard]] bool UseCipherPath(CipherPath path);
+    [[nodiscard]] CipherPath Path() const { return m_path; }
 
     // EncryptData encrypts a whole message: the key is its first 32 bytes (a shorter key is
     // padded with zero bytes), the output the data zero-padded to a multiple of 32 bytes.
@@ -87,8 +93,11 @@ private:
     void ResetProgress(std::size_t blocks);
     void ReportProgress(std::size_t position);
 
+    [[nodiscard]] bool OnHardware() const;
+
     JobObserver* m_observer;
     Schedule* m_schedule;
+    CipherPath m_path = ActiveCipherPath();
     std::array<std::uint8_t, kBlockBytes> m_encryptChain{};
     std::array<std::uint8_t, kBlockBytes> m_decryptChain{};
 };

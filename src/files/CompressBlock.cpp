@@ -1,8 +1,7 @@
 #include "files/CompressBlock.h"
 
+#include "files/Deflate.h"
 #include "files/LittleEndian.h"
-
-#include <zlib.h>
 
 namespace kelvora {
 
@@ -13,14 +12,14 @@ std::int32_t CompressBlock(std::span<const std::uint8_t> source, Bytes& output) 
     }
     const std::size_t capacity = CompressCapacity(n);
     output.resize(capacity + kBlockHeaderBytes);
-    auto destLength = static_cast<uLongf>(capacity);
-    if (compress(output.data() + kBlockHeaderBytes, &destLength, source.data(),
-                 static_cast<uLong>(n)) != Z_OK) {
+    const std::size_t streamLength =
+        ZlibCompress(source, std::span(output).subspan(kBlockHeaderBytes));
+    if (streamLength == 0) {
         return 0;
     }
     PutInt32Le(output.data(), kBlockMagic);
     PutInt32Le(output.data() + 4, static_cast<std::int32_t>(n));
-    output.resize(destLength + kBlockHeaderBytes);
+    output.resize(streamLength + kBlockHeaderBytes);
     return static_cast<std::int32_t>(output.size());
 }
 
@@ -41,13 +40,8 @@ std::int32_t UncompressBlock(std::span<const std::uint8_t> block, Bytes& output,
         return 0;
     }
     output.resize(static_cast<std::size_t>(plainLength));
-    auto destLength = static_cast<uLongf>(plainLength);
-    const int result = uncompress(output.data(), &destLength, block.data() + kBlockHeaderBytes,
-                                  static_cast<uLong>(block.size() - kBlockHeaderBytes));
-    if (result != Z_OK) {
-        return 0;
-    }
-    return static_cast<std::int32_t>(destLength);
+    const std::int64_t restored = ZlibUncompress(block.subspan(kBlockHeaderBytes), output);
+    return restored < 0 ? 0 : static_cast<std::int32_t>(restored);
 }
 
 } // namespace kelvora

@@ -83,9 +83,10 @@ FileJobResult ListContainer(const DecryptRequest& request, std::vector<Container
     return WalkResult(reader, request.containerPath);
 }
 
-FileJobResult TestContainer(const DecryptRequest& request, FileJobObserver& observer) {
+FileJobResult TestContainer(const DecryptRequest& request, FileJobObserver& observer,
+                            DecodeWorkers workers) {
     ContainerSession session(observer);
-    if (FileJobResult opened = session.Open(request); !opened.ok()) {
+    if (FileJobResult opened = session.Open(request, workers); !opened.ok()) {
         return opened;
     }
     ContainerReader& reader = session.Reader();

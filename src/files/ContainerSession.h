@@ -4,7 +4,9 @@
 #include "files/DecryptJob.h"
 #include "files/FileDecryptor.h"
 #include "files/JobCipher.h"
+#include "files/RecordPipeline.h"
 
+#include <optional>
 #include <string>
 
 namespace kelvora {
@@ -17,17 +19,21 @@ public:
         : m_cipher(observer), m_decryptor(m_reader, m_cipher, observer), m_observer(observer) {}
 
     // Open gives NothingToDo for a missing key, the reader's errors, or CheckPassphrase's.
-    [[nodiscard]] FileJobResult Open(const DecryptRequest& request);
+    // Once the passphrase holds, the records are decoded ahead on workers threads.
+    [[nodiscard]] FileJobResult Open(const DecryptRequest& request, DecodeWorkers workers = 0);
 
     ContainerReader& Reader() { return m_reader; }
     JobCipher& Cipher() { return m_cipher; }
     FileDecryptor& Decryptor() { return m_decryptor; }
 
 private:
+    void DecodeAhead(const std::string& containerPath, DecodeWorkers workers);
+
     ContainerReader m_reader;
     JobCipher m_cipher;
     FileDecryptor m_decryptor;
     FileJobObserver& m_observer;
+    std::optional<RecordPipeline> m_pipeline; // last: its workers use the cipher
 };
 
 // WalkResult is how a walk over the files ended: at the end, or on a read failure.

@@ -3,6 +3,7 @@
 #include "common/Ansi.h"
 #include "files/ContainerSession.h"
 #include "files/FileIo.h"
+#include "files/ParallelCompressor.h"
 #include "files/StoredName.h"
 
 #include <algorithm>
@@ -47,7 +48,7 @@ FileJobResult CheckPassphrase(ContainerReader& reader, JobCipher& cipher,
     return WalkResult(reader, {});
 }
 
-FileJobResult ContainerSession::Open(const DecryptRequest& request) {
+FileJobResult ContainerSession::Open(const DecryptRequest& request, DecodeWorkers workers) {
     if (request.key == nullptr || request.key->empty()) {
         return Failure(FileError::NothingToDo);
     }
@@ -57,7 +58,19 @@ FileJobResult ContainerSession::Open(const DecryptRequest& request) {
     if (!m_cipher.Cipher().EncryptPrepareKey(request.key->bytes())) {
         return Failure(FileError::NothingToDo);
     }
-    return CheckPassphrase(m_reader, m_cipher, m_observer);
+    FileJobResult checked = CheckPassphrase(m_reader, m_cipher, m_observer);
+    if (checked.ok()) {
+        DecodeAhead(request.containerPath, workers);
+    }
+    return checked;
+}
+
+void ContainerSession::DecodeAhead(const std::string& containerPath, DecodeWorkers workers) {
+    const std::size_t count = workers.value_or(ParallelCompressor::WorkersForThisMachine());
+    if (count > 0) {
+        m_pipeline.emplace(containerPath, m_cipher.Cipher(), count);
+        m_decryptor.UsePipeline(&*m_pipeline);
+    }
 }
 
 namespace {
@@ -128,12 +141,13 @@ FileJobResult RestoreFile(ContainerSession& session, const FileRange& range,
 
 } // namespace
 
-FileJobResult DecryptContainer(const DecryptRequest& request, FileJobObserver& observer) {
+FileJobResult DecryptContainer(const DecryptRequest& request, FileJobObserver& observer,
+                               DecodeWorkers workers) {
     if (request.outputFolder.empty()) {
         return Failure(FileError::NothingToDo);
     }
     ContainerSession session(observer);
-    if (FileJobResult opened = session.Open(request); !opened.ok()) {
+    if (FileJobResult opened = session.Open(request, workers); !opened.ok()) {
         return opened;
     }
     ContainerReader& reader = session.Reader();

@@ -4,7 +4,9 @@
 #include "files/FileError.h"
 #include "files/FileJobObserver.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,6 +23,11 @@ struct DecryptRequest {
     const SecretBytes* key = nullptr;
 };
 
+// DecodeWorkers is how many worker threads decipher and decompress records ahead of the
+// reading jobs' writing: unset means one per processor, 0 does all work on the calling
+// thread. The results are the same either way.
+using DecodeWorkers = std::optional<std::size_t>;
+
 // CheckPassphrase decrypts first records, in index order, until one holds a compressed block
 // (files with a byte count of 0 are passed over; empty files only count as weak evidence).
 // It gives WrongPassphrase when a first record is inconsistent, before anything is written.
@@ -35,7 +42,8 @@ struct DecryptRequest {
 // name in its folder and appears under its own name only when complete. Other errors end
 // the run; files restored before stay.
 [[nodiscard]] FileJobResult DecryptContainer(const DecryptRequest& request,
-                                             FileJobObserver& observer);
+                                             FileJobObserver& observer,
+                                             DecodeWorkers workers = std::nullopt);
 
 // ContainerEntry is one file as `list` shows it: the stored name with "/" between folders
 // (UTF-8) and the plain size from its blocks' headers.
@@ -53,6 +61,7 @@ struct ContainerEntry {
 // TestContainer decrypts and decompresses everything and writes nothing. It gives the
 // first file and chunk that is damaged, or WrongPassphrase, or UnsafeName for a name that
 // could not be restored.
-[[nodiscard]] FileJobResult TestContainer(const DecryptRequest& request, FileJobObserver& observer);
+[[nodiscard]] FileJobResult TestContainer(const DecryptRequest& request, FileJobObserver& observer,
+                                          DecodeWorkers workers = std::nullopt);
 
 } // namespace kelvora

@@ -2,6 +2,7 @@
 
 #include "files/CompressBlock.h"
 #include "files/ContainerFormat.h"
+#include "files/RecordPipeline.h"
 
 #include <algorithm>
 
@@ -34,8 +35,45 @@ FirstRecord InspectFirstRecord(std::span<const std::uint8_t> plain) {
     return first;
 }
 
+FileDecryptor::~FileDecryptor() = default;
+
+// The checks come in the order of the serial path, so both give the same error at the same
+// chunk: an unreadable record, then cancel, then a damaged block.
+FileError FileDecryptor::TakeDecoded(const FileRange& range) {
+    std::optional<DecodedRecord> record = m_pipeline->Take(range.index, m_chunk, [this] {
+        m_observer.LetEventsRun();
+        return !m_cipher.Cancelled();
+    });
+    if (!record) {
+        return FileError::Cancelled;
+    }
+    m_decoded = std::make_unique<DecodedRecord>(std::move(*record));
+    m_next = m_decoded->end;
+    return m_next < 0 ? FileError::DamagedData : FileError::None;
+}
+
+FileError FileDecryptor::WriteRestored(const DecodedRecord& record, ByteSink& sink) {
+    if (record.restoredBytes == 0) {
+        return FileError::DamagedData;
+    }
+    const auto bytes = std::span<const std::uint8_t>(record.restored)
+                           .first(static_cast<std::size_t>(record.restoredBytes));
+    return sink.Write(bytes) ? FileError::None : FileError::WriteFailed;
+}
+
 FileError FileDecryptor::ReadFirst(const FileRange& range, FirstRecord& first) {
     m_chunk = 1;
+    if (m_pipeline != nullptr) {
+        FileError error = TakeDecoded(range);
+        if (error == FileError::None && m_cipher.Cancelled()) {
+            error = FileError::Cancelled;
+        }
+        if (error == FileError::None) {
+            m_first = m_decoded->first;
+            first = m_first;
+        }
+        return error;
+    }
     const std::int64_t rangeEnd = range.offset + range.byteCount;
     m_next = m_reader.ReadRecord(range.offset, rangeEnd, m_payload);
     if (m_next < 0) {
@@ -70,12 +108,34 @@ FileError FileDecryptor::Restore(const FileRange& range, ByteSink& sink) {
         return FileError::DamagedData;
     }
     m_observer.OnBytesDone(m_next - range.offset);
-    if (m_first.kind == FirstRecordKind::Block) {
+    if (m_first.kind == FirstRecordKind::Block && m_pipeline != nullptr) {
+        if (FileError error = WriteRestored(*m_decoded, sink); error != FileError::None) {
+            return error;
+        }
+    } else if (m_first.kind == FirstRecordKind::Block) {
         const auto maxPlain = static_cast<std::int32_t>(FirstChunkRoom(m_first.ansiName.size()));
         const auto block = std::span<const std::uint8_t>(m_plain).subspan(m_first.blockOffset);
         if (FileError error = WriteBlock(block, maxPlain, sink); error != FileError::None) {
             return error;
         }
+    }
+    while (m_next < rangeEnd && m_pipeline != nullptr) {
+        ++m_chunk;
+        const std::int64_t offset = m_next;
+        FileError error = TakeDecoded(range);
+        if (error == FileError::None && m_first.kind == FirstRecordKind::EmptyFile) {
+            error = FileError::DamagedData;
+        }
+        if (error == FileError::None && m_cipher.Cancelled()) {
+            error = FileError::Cancelled;
+        }
+        if (error == FileError::None) {
+            error = WriteRestored(*m_decoded, sink);
+        }
+        if (error != FileError::None) {
+            return error;
+        }
+        m_observer.OnBytesDone(m_next - offset);
     }
     while (m_next < rangeEnd) {
         ++m_chunk;

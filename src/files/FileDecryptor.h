@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 
@@ -29,13 +30,21 @@ struct FirstRecord {
 // InspectFirstRecord reads the header of a file's decrypted first chunk.
 [[nodiscard]] FirstRecord InspectFirstRecord(std::span<const std::uint8_t> plain);
 
+class RecordPipeline;
+struct DecodedRecord;
+
 // FileDecryptor restores one file of a container at a time: ReadFirst decrypts the first
 // record and tells what it holds; Restore then writes the file's plain bytes to a sink,
-// record by record, in constant memory.
+// record by record, in constant memory. By itself it does all work on the caller's thread;
+// with a pipeline it takes records the pipeline's workers have already decoded, and the
+// results are the same.
 class FileDecryptor {
 public:
     FileDecryptor(ContainerReader& reader, JobCipher& cipher, FileJobObserver& observer)
         : m_reader(reader), m_cipher(cipher), m_observer(observer) {}
+    ~FileDecryptor();
+    FileDecryptor(const FileDecryptor&) = delete;
+    FileDecryptor& operator=(const FileDecryptor&) = delete;
 
     // ReadFirst gives None with the first record in `first`, or DamagedData when the record
     // cannot be read, or Cancelled.
@@ -46,9 +55,17 @@ public:
     [[nodiscard]] FileError Restore(const FileRange& range, ByteSink& sink);
     std::int64_t FailedChunk() const { return m_chunk; }
 
+    // UsePipeline makes ReadFirst and Restore take their records from pipeline (null: decode
+    // them here again). The files must then be read in index order.
+    void UsePipeline(RecordPipeline* pipeline) { m_pipeline = pipeline; }
+
 private:
     [[nodiscard]] FileError WriteBlock(std::span<const std::uint8_t> block, std::int32_t maxPlain,
                                        ByteSink& sink);
+    [[nodiscard]] FileError WriteRestored(const DecodedRecord& record, ByteSink& sink);
+    // TakeDecoded gets the current chunk from the pipeline: None, DamagedData when it cannot
+    // be read, or Cancelled while waiting for it.
+    [[nodiscard]] FileError TakeDecoded(const FileRange& range);
 
     ContainerReader& m_reader;
     JobCipher& m_cipher;
@@ -59,6 +76,8 @@ private:
     Bytes m_restored;
     std::int64_t m_next = 0;
     std::int64_t m_chunk = 0;
+    RecordPipeline* m_pipeline = nullptr;
+    std::unique_ptr<DecodedRecord> m_decoded;
 };
 
 } // namespace kelvora

@@ -1,14 +1,9 @@
 #pragma once
 
 #include "common/Bytes.h"
+#include "files/OrderedWorkers.h"
 
-#include <condition_variable>
 #include <cstddef>
-#include <cstdint>
-#include <deque>
-#include <mutex>
-#include <thread>
-#include <vector>
 
 namespace kelvora {
 
@@ -31,7 +26,6 @@ public:
 
     // workers 0 compresses on the calling thread at Next.
     explicit ParallelCompressor(std::size_t workers);
-    ~ParallelCompressor();
     ParallelCompressor(const ParallelCompressor&) = delete;
     ParallelCompressor& operator=(const ParallelCompressor&) = delete;
 
@@ -42,29 +36,14 @@ public:
     void Submit(Bytes data, int readError = 0);
     // Next waits for the oldest submitted chunk that has not been taken yet.
     [[nodiscard]] CompressedChunk Next();
-    std::size_t InFlight() const { return static_cast<std::size_t>(m_submitted - m_taken); }
+    std::size_t InFlight() const { return m_workers.InFlight(); }
     // Depth is how many chunks to keep in flight so that no worker waits.
-    std::size_t Depth() const { return m_workers.size() + 1; }
+    std::size_t Depth() const { return m_workers.WorkerCount() + 1; }
 
 private:
-    struct Slot {
-        std::uint64_t sequence = 0;
-        CompressedChunk chunk;
-        bool started = false;
-        bool done = false;
-    };
-
     static void Compress(CompressedChunk& chunk);
-    void WorkerLoop();
 
-    std::vector<std::thread> m_workers;
-    std::mutex m_mutex;
-    std::condition_variable m_work;
-    std::condition_variable m_finished;
-    std::deque<Slot> m_slots;
-    std::uint64_t m_submitted = 0;
-    std::uint64_t m_taken = 0;
-    bool m_stopping = false;
+    OrderedWorkers<CompressedChunk> m_workers;
 };
 
 } // namespace kelvora

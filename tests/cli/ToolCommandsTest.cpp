@@ -1,6 +1,7 @@
 #include "ProcessRunner.h"
 #include "cli/Commands.h"
 #include "common/Version.h"
+#include "crypto/CipherPath.h"
 
 #include <gtest/gtest.h>
 
@@ -41,6 +42,8 @@ TEST(ToolCommands, VersionLeadsWithTheProductVersion) {
     ASSERT_EQ(result.status, 0) << result.err;
     const std::string firstLine = result.out.substr(0, result.out.find('\n'));
     EXPECT_EQ(firstLine, std::string("kelvora-cli ") + kVersionText);
+    EXPECT_EQ(result.out.substr(firstLine.size() + 1),
+              "cipher path: " + std::string(CipherPathName(ActiveCipherPath())) + "\n");
     EXPECT_EQ(result.err, "");
 }
 

@@ -3,6 +3,7 @@
 #include "common/FixedRandom.h"
 #include "crypto/CRijndael.h"
 #include "crypto/KeyRules.h"
+#include "files/CompressBlock.h"
 #include "files/ContainerIndex.h"
 #include "files/DecryptJob.h"
 #include "files/EncryptJob.h"
@@ -80,22 +81,45 @@ void AppendLe32(Bytes& out, std::uint32_t value) {
     }
 }
 
-// BlockByHand is a compressed block laid out from its fields with zlib itself.
-Bytes BlockByHand(std::span<const std::uint8_t> data) {
+// BlockByHand lays out a compressed block from its fields around a zlib stream.
+Bytes BlockByHand(std::span<const std::uint8_t> data, ZlibStreamMaker makeStream) {
     Bytes block{0xD2, 0x02, 0x96, 0x49}; // the magic 1234567890
     AppendLe32(block, static_cast<std::uint32_t>(data.size()));
-    uLongf length = compressBound(static_cast<uLong>(data.size()));
-    block.resize(8 + length);
-    if (compress(block.data() + 8, &length, data.data(), static_cast<uLong>(data.size())) != Z_OK) {
-        throw std::runtime_error("zlib cannot compress");
-    }
-    block.resize(8 + length);
+    const Bytes stream = makeStream(data);
+    block.insert(block.end(), stream.begin(), stream.end());
     return block;
 }
 
 } // namespace
 
-Bytes BuildContainer(const std::vector<StoredFile>& files, std::vector<std::int64_t> byteCounts) {
+Bytes ZlibOwnStream(std::span<const std::uint8_t> data) {
+    uLongf length = compressBound(static_cast<uLong>(data.size()));
+    Bytes stream(length);
+    if (compress(stream.data(), &length, data.data(), static_cast<uLong>(data.size())) != Z_OK) {
+        throw std::runtime_error("zlib cannot compress");
+    }
+    stream.resize(length);
+    return stream;
+}
+
+Bytes ProductStream(std::span<const std::uint8_t> data) {
+    Bytes block;
+    if (CompressBlock(data, block) == 0) {
+        throw std::runtime_error("the compression binding failed");
+    }
+    Bytes stream(block.begin() + 8, block.end());
+    Bytes restored(data.size());
+    auto length = static_cast<uLongf>(restored.size());
+    if (uncompress(restored.data(), &length, stream.data(), static_cast<uLong>(stream.size())) !=
+            Z_OK ||
+        length != data.size() || !std::equal(restored.begin(), restored.end(), data.begin())) {
+        throw std::runtime_error("zlib cannot read a block of the compression binding");
+    }
+    return stream;
+}
+
+Bytes BuildContainer(const std::vector<StoredFile>& files, std::vector<std::int64_t> byteCounts,
+                     ZlibStreamMaker makeStream) {
     CRijndael cipher;
     if (!cipher.EncryptPrepareKey(MakePassphraseKey(kPassphrase).bytes())) {
         throw std::runtime_error("cannot prepare the key");
@@ -115,7 +139,8 @@ Bytes BuildContainer(const std::vector<StoredFile>& files, std::vector<std::int6
         do {
             const std::size_t take = std::min(2097152 - plain.size(), file.data.size() - done);
             if (take > 0) {
-                const Bytes block = BlockByHand(std::span(file.data).subspan(done, take));
+                const Bytes block =
+                    BlockByHand(std::span(file.data).subspan(done, take), makeStream);
                 if (done == 0) {
                     plain[32] = static_cast<std::uint8_t>(block.size() % 32);
                 }

@@ -70,9 +70,20 @@ struct StoredFile {
     Bytes data;
 };
 
+// A ZlibStreamMaker gives the zlib stream of one chunk's data for a hand-built block.
+using ZlibStreamMaker = Bytes (*)(std::span<const std::uint8_t> data);
+
+// ZlibOwnStream is zlib's one-shot compress at its default level, as other copies write.
+Bytes ZlibOwnStream(std::span<const std::uint8_t> data);
+
+// ProductStream is the stream this program's compression binding writes, once zlib's own
+// uncompress has restored data from it (it throws when zlib cannot).
+Bytes ProductStream(std::span<const std::uint8_t> data);
+
 // BuildContainer writes the records of files, then the index of byteCounts (the files' real
-// counts when empty), as another copy of the program could.
+// counts when empty), as another copy of the program could, with blocks from makeStream.
 Bytes BuildContainer(const std::vector<StoredFile>& files,
-                     std::vector<std::int64_t> byteCounts = {});
+                     std::vector<std::int64_t> byteCounts = {},
+                     ZlibStreamMaker makeStream = ZlibOwnStream);
 
 } // namespace kelvora::testing

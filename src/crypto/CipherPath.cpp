@@ -1,0 +1,87 @@
+#include "crypto/CipherPath.h"
+
+#include <array>
+#include <cstdlib>
+#include <string>
+#include <utility>
+
+namespace kelvora {
+namespace {
+
+constexpr std::array<std::pair<CipherPath, std::string_view>, 3> kNames{{
+    {CipherPath::Portable, "portable"},
+    {CipherPath::AesNi, "aesni"},
+    {CipherPath::Vaes, "vaes"},
+}};
+
+bool CpuHasAesNi() {
+#if defined(__x86_64__) || defined(__i386__)
+    return __builtin_cpu_supports("aes") && __builtin_cpu_supports("ssse3") &&
+           __builtin_cpu_supports("sse4.1");
+#else
+    return false;
+#endif
+}
+
+// The compiler's check of AVX2 includes the operating system's consent to save YMM state.
+bool CpuHasVaes() {
+#if defined(__x86_64__) || defined(__i386__)
+    return CpuHasAesNi() && __builtin_cpu_supports("avx2") && __builtin_cpu_supports("vaes");
+#else
+    return false;
+#endif
+}
+
+} // namespace
+
+std::string_view CipherPathName(CipherPath path) {
+    for (const auto& [known, name] : kNames) {
+        if (known == path) {
+            return name;
+        }
+    }
+    return "portable";
+}
+
+std::optional<CipherPath> ParseCipherPath(std::string_view name) {
+    for (const auto& [path, known] : kNames) {
+        if (known == name) {
+            return path;
+        }
+    }
+    return std::nullopt;
+}
+
+bool CipherPathAvailable(CipherPath path) {
+    switch (path) {
+    case CipherPath::Portable:
+        return true;
+    case CipherPath::AesNi:
+        return CpuHasAesNi();
+    case CipherPath::Vaes:
+        return CpuHasVaes();
+    }
+    return false;
+}
+
+CipherPath ChooseCipherPath(std::optional<CipherPath> forced) {
+    if (forced && CipherPathAvailable(*forced)) {
+        return *forced;
+    }
+    for (CipherPath fastest : {CipherPath::Vaes, CipherPath::AesNi}) {
+        if (CipherPathAvailable(fastest)) {
+            return fastest;
+        }
+    }
+    return CipherPath::Portable;
+}
+
+CipherPath ActiveCipherPath() {
+    static const CipherPath active = [] {
+        const char* forced = std::getenv(std::string(kCipherPathVariable).c_str());
+        return ChooseCipherPath(forced != nullptr ? ParseCipherPath(forced) : std::nullopt);
+    }();
+    return active;
+}
+
+} // namespace kelvora

@@ -1,0 +1,123 @@
+#include "files/RecordPipeline.h"
+
+#include "files/CompressBlock.h"
+#include "files/ContainerFormat.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace kelvora {
+
+namespace {
+
+// How long Take waits for a record before it lets the caller run events again.
+constexpr std::chrono::milliseconds kWaitSlice{20};
+
+bool Before(const DecodedRecord& record, std::size_t fileIndex, std::int64_t chunk) {
+    return record.fileIndex < fileIndex || (record.fileIndex == fileIndex && record.chunk < chunk);
+}
+
+} // namespace
+
+RecordPipeline::RecordPipeline(std::string containerPath, const CRijndael& cipher,
+                               std::size_t workers)
+    : m_path(std::move(containerPath)),
+      m_workers(workers, [&cipher](DecodedRecord& record) { Decode(cipher, record); }) {}
+
+void RecordPipeline::Decode(const CRijndael& cipher, DecodedRecord& record) {
+    if (record.end < 0) {
+        return;
+    }
+    Bytes& plain = record.payload; // deciphered in place
+    cipher.DecryptBlocksCbc(plain.data(), plain.data(), plain.size() / kBlockBytes,
+                            record.chain.data());
+    if (record.chunk == 1) {
+        record.first = InspectFirstRecord(plain);
+        if (record.first.kind == FirstRecordKind::Block) {
+            const auto maxPlain =
+                static_cast<std::int32_t>(FirstChunkRoom(record.first.ansiName.size()));
+            record.restoredBytes = UncompressBlock(
+                std::span(plain).subspan(record.first.blockOffset), record.restored, maxPlain);
+        }
+    } else {
+        record.restoredBytes =
+            UncompressBlock(plain, record.restored, static_cast<std::int32_t>(kChunkBytes));
+    }
+    Bytes().swap(plain);
+}
+
+bool RecordPipeline::NextFileWithRecords() {
+    for (FileRange range; m_reader.NextFile(range);) {
+        if (range.byteCount != 0) {
+            m_file = range;
+            m_next = range.offset;
+            m_chunk = 0;
+            m_chain.fill(0);
+            return true;
+        }
+    }
+    return false;
+}
+
+// Fill reads records on the caller's thread (from the page cache that is quick) and keeps
+// each worker one record ahead.
+void RecordPipeline::Fill() {
+    if (!m_opened) {
+        m_opened = true;
+        m_finished = m_reader.Open(m_path) != FileError::None;
+        if (!m_finished) {
+            m_reader.Rewind();
+            m_next = m_file.offset + m_file.byteCount; // no file yet
+        }
+    }
+    const std::size_t depth = m_workers.WorkerCount() + 2;
+    while (!m_finished && m_workers.InFlight() < depth) {
+        const std::int64_t fileEnd = m_file.offset + m_file.byteCount;
+        if (m_next >= fileEnd && !NextFileWithRecords()) {
+            m_finished = true;
+            return;
+        }
+        DecodedRecord record;
+        record.fileIndex = m_file.index;
+        record.chunk = ++m_chunk;
+        record.chain = m_chain;
+        record.end = m_reader.ReadRecord(m_next, m_file.offset + m_file.byteCount, record.payload);
+        if (record.end < 0) {
+            m_next = m_file.offset + m_file.byteCount; // the rest of this file cannot be found
+        } else {
+            std::copy(record.payload.end() - kBlockBytes, record.payload.end(), m_chain.begin());
+            m_next = record.end;
+        }
+        m_workers.Submit(std::move(record));
+    }
+}
+
+std::optional<DecodedRecord> RecordPipeline::Take(std::size_t fileIndex, std::int64_t chunk,
+                                                  const std::function<bool()>& keepWaiting) {
+    while (true) {
+        Fill();
+        if (m_workers.InFlight() == 0) {
+            DecodedRecord missing;
+            missing.fileIndex = fileIndex;
+            missing.chunk = chunk;
+            return missing;
+        }
+        std::optional<DecodedRecord> record = m_workers.NextWithin(kWaitSlice);
+        if (!record) {
+            if (!keepWaiting()) {
+                return std::nullopt;
+            }
+            continue;
+        }
+        if (Before(*record, fileIndex, chunk)) {
+            continue;
+        }
+        if (record->fileIndex != fileIndex || record->chunk != chunk) {
+            record->end = -1; // the caller asks for a record the index does not lead to
+        }
+        Fill();
+        return record;
+    }
+}
+
+} // namespace kelvora
