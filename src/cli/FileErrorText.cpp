@@ -39,6 +39,14 @@ std::string FileErrorMessage(const FileJobResult& result) {
         return result.name.empty()
                    ? "some files were refused: their stored names would leave the output folder"
                    : result.name + ": refused, its stored name would leave the output folder";
+    case FileError::LinkInPath:
+        return WithSystemError(result.name + ": refused, a folder on its way is a symbolic link "
+                                             "or no folder",
+                               result.systemError);
+    case FileError::EntriesLeftOut:
+        return std::to_string(result.omitted.size()) +
+               (result.omitted.size() == 1 ? " entry was" : " entries were") +
+               " left out (named above)";
     case FileError::ReadFailed:
         return WithSystemError("cannot read " + result.name, result.systemError);
     case FileError::WriteFailed:

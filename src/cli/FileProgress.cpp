@@ -1,5 +1,7 @@
 #include "cli/FileProgress.h"
 
+#include "cli/FileErrorText.h"
+
 #include <atomic>
 #include <csignal>
 #include <cstdio>
@@ -71,10 +73,8 @@ void CliFileObserver::OnFileDone(std::size_t, const std::string& path) {
 
 void CliFileObserver::OnFileRefused(std::size_t, const std::string& name, FileError why) {
     ClearProgress();
-    m_context.err << "kelvora-cli: " << name
-                  << (why == FileError::UnsafeName
-                          ? ": refused, the stored name would leave the output folder\n"
-                          : ": refused\n");
+    FileJobResult refused = Failure(why, 0, 0, name);
+    m_context.err << "kelvora-cli: " << FileErrorMessage(refused) << '\n';
 }
 
 void CliFileObserver::OnBytesDone(std::int64_t bytes) {

@@ -3,9 +3,11 @@
 #include "common/Ansi.h"
 #include "files/ContainerSession.h"
 #include "files/FileIo.h"
+#include "files/OutputFolder.h"
 #include "files/StoredName.h"
 
 #include <algorithm>
+#include <cerrno>
 
 namespace kelvora {
 
@@ -87,42 +89,81 @@ Target ChooseTarget(std::string& path, bool& replace, FileJobObserver& observer)
     return Target::Write;
 }
 
-FileJobResult RestoreFile(ContainerSession& session, const FileRange& range,
-                          const std::string& folder, FileJobObserver& observer, bool& refused) {
+// Restore is what one restore run shares: the output folder held open and what was left out.
+struct Restore {
+    ContainerSession& session;
+    OutputFolder& folder;
+    FileJobObserver& observer;
+    std::vector<OmittedEntry> omitted;
+
+    void LeaveOut(std::size_t index, const std::string& shown, FileError why, int error) {
+        omitted.push_back(OmittedEntry{shown, why, error});
+        observer.OnFileRefused(index, shown, why);
+    }
+};
+
+// OpenTarget prepares the unfinished output file for relative (or for another path the
+// person chose instead).
+bool OpenTarget(Restore& run, const std::string& relative, const std::string& path,
+                bool chosenElsewhere, TempOutputFile& output, int* error) {
+    if (chosenElsewhere) {
+        const bool created = output.Create(path);
+        *error = output.LastError();
+        return created;
+    }
+    UniqueFd parent = run.folder.OpenParent(relative, error);
+    if (!parent.Valid()) {
+        return false;
+    }
+    const bool created = output.CreateIn(std::move(parent), LeafOf(relative));
+    *error = output.LastError();
+    return created;
+}
+
+FileJobResult RestoreFile(Restore& run, const FileRange& range, const std::string& root) {
     const std::size_t index = range.index;
     FirstRecord first;
-    if (FileError error = session.Decryptor().ReadFirst(range, first); error != FileError::None) {
+    if (FileError error = run.session.Decryptor().ReadFirst(range, first);
+        error != FileError::None) {
         return Failure(error, index, 1);
     }
     const std::string shown = DisplayName(first.ansiName);
-    observer.OnFileStarted(index, shown);
+    run.observer.OnFileStarted(index, shown);
     const auto relative = RelativePathFromStoredName(first.ansiName);
     if (!relative) {
-        refused = true;
-        observer.OnFileRefused(index, shown, FileError::UnsafeName);
+        run.LeaveOut(index, shown, FileError::UnsafeName, 0);
         return {};
     }
-    std::string path = folder + "/" + *relative;
+    const Spot spot = run.folder.Look(*relative);
+    if (spot.state == SpotState::Blocked) {
+        run.LeaveOut(index, shown, FileError::LinkInPath, spot.error);
+        return {};
+    }
+    std::string path = root + "/" + *relative;
     bool replace = false;
-    const Target target = ChooseTarget(path, replace, observer);
+    const Target target = ChooseTarget(path, replace, run.observer);
     if (target != Target::Write) {
         return target == Target::Cancel ? Failure(FileError::Cancelled, index, 0, shown, 0)
                                         : FileJobResult{};
     }
-    int folderError = 0;
+    int openError = 0;
     TempOutputFile output;
-    if (!MakeFoldersFor(folder, *relative, &folderError) || !output.Create(path)) {
-        return Failure(FileError::WriteFailed, index, 0, path,
-                       folderError != 0 ? folderError : output.LastError());
+    if (!OpenTarget(run, *relative, path, path != root + "/" + *relative, output, &openError)) {
+        if (openError == ELOOP || openError == ENOTDIR) {
+            run.LeaveOut(index, shown, FileError::LinkInPath, openError);
+            return {};
+        }
+        return Failure(FileError::WriteFailed, index, 0, path, openError);
     }
-    const FileError error = session.Decryptor().Restore(range, output);
+    const FileError error = run.session.Decryptor().Restore(range, output);
     if (error != FileError::None) {
-        return Failure(error, index, session.Decryptor().FailedChunk(), shown, output.LastError());
+        return Failure(error, index, run.session.Decryptor().FailedChunk(), shown,
+                       output.LastError());
     }
     if (!output.Commit(replace)) {
         return Failure(FileError::WriteFailed, index, 0, path, output.LastError());
     }
-    observer.OnFileDone(index, path);
+    run.observer.OnFileDone(index, path);
     return {};
 }
 
@@ -138,22 +179,30 @@ FileJobResult DecryptContainer(const DecryptRequest& request, FileJobObserver& o
     }
     ContainerReader& reader = session.Reader();
     observer.OnJobStarted(reader.FileCount(), reader.RecordsBytes());
-    bool refused = false;
+    OutputFolder folder;
+    if (int error = 0; !folder.Open(request.outputFolder, &error)) {
+        return Failure(FileError::WriteFailed, 0, 0, request.outputFolder, error);
+    }
+    Restore run{session, folder, observer, {}};
     reader.Rewind();
     for (FileRange range; reader.NextFile(range);) {
         if (range.byteCount == 0) {
             continue;
         }
-        if (FileJobResult result =
-                RestoreFile(session, range, request.outputFolder, observer, refused);
-            !result.ok()) {
+        if (FileJobResult result = RestoreFile(run, range, request.outputFolder); !result.ok()) {
+            result.omitted = std::move(run.omitted);
             return result;
         }
     }
     if (FileJobResult walked = WalkResult(reader, request.containerPath); !walked.ok()) {
         return walked;
     }
-    return refused ? Failure(FileError::UnsafeName) : FileJobResult{};
+    if (run.omitted.empty()) {
+        return {};
+    }
+    FileJobResult leftOut = Failure(FileError::EntriesLeftOut);
+    leftOut.omitted = std::move(run.omitted);
+    return leftOut;
 }
 
 } // namespace kelvora
