@@ -3,6 +3,7 @@
 #include "cli/FileCommands.h"
 #include "cli/TextCommands.h"
 #include "cli/ToolCommands.h"
+#include "common/Version.h"
 
 #include <algorithm>
 #include <array>
@@ -28,6 +29,12 @@ void PrintOverview(std::ostream& stream) {
     }
     stream << "\nRun 'kelvora-cli COMMAND --help' for a command's options.\n"
               "Exit status: 0 success, 1 the job failed, 2 usage error.\n";
+}
+
+// PrintVersion names the program and the product version, first line alone, so that scripts
+// can read it with "head -n 1".
+void PrintVersion(std::ostream& stream) {
+    stream << "kelvora-cli " << kVersionText << '\n';
 }
 
 const Command* FindCommand(std::string_view name) {
@@ -66,6 +73,10 @@ int RunCli(CliContext& context, std::span<const std::string> args) {
         PrintOverview(context.out);
         return kExitSuccess;
     }
+    if (args[0] == "--version") {
+        PrintVersion(context.out);
+        return kExitSuccess;
+    }
     const Command* command = FindCommand(args[0]);
     if (command == nullptr) {
         return Fail(context, kExitUsage,
@@ -77,6 +88,10 @@ int RunCli(CliContext& context, std::span<const std::string> args) {
 int Fail(CliContext& context, int status, std::string_view message) {
     context.err << "kelvora-cli: " << message << '\n';
     return status;
+}
+
+void Warn(CliContext& context, std::string_view message) {
+    context.err << "kelvora-cli: warning: " << message << '\n';
 }
 
 } // namespace kelvora::cli
