@@ -1,10 +1,14 @@
 #include "cli/CliIo.h"
 
+#include "files/FileIo.h"
+
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <fstream>
 #include <iterator>
 #include <ostream>
+#include <span>
 #include <sstream>
 
 namespace kelvora::cli {
@@ -34,7 +38,7 @@ bool ReadAll(CliContext& context, const std::optional<std::string>& path, std::s
 }
 
 bool WriteAll(CliContext& context, const std::optional<std::string>& path, std::string_view data,
-              std::string& error) {
+              bool replace, std::string& error) {
     if (IsStandardStream(path)) {
         context.out.write(data.data(), static_cast<std::streamsize>(data.size()));
         context.out.flush();
@@ -44,11 +48,15 @@ bool WriteAll(CliContext& context, const std::optional<std::string>& path, std::
         }
         return true;
     }
-    std::ofstream file(*path, std::ios::binary | std::ios::trunc);
-    file.write(data.data(), static_cast<std::streamsize>(data.size()));
-    file.close();
-    if (!file) {
-        error = "cannot write " + *path + ": " + std::strerror(errno);
+    if (!replace && PathExists(*path)) {
+        error = *path + " exists already (use --force to replace it)";
+        return false;
+    }
+    TempOutputFile file;
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(data.data());
+    if (!file.Create(*path) || !file.Write(std::span(bytes, data.size())) ||
+        !file.Commit(replace)) {
+        error = "cannot write " + *path + ": " + std::strerror(file.LastError());
         return false;
     }
     return true;

@@ -32,6 +32,9 @@ std::string FileErrorMessage(const FileJobResult& result) {
         return "nothing to do: no files, no output name or no passphrase";
     case FileError::OutputExists:
         return result.name + " exists already (use --force to replace it)";
+    case FileError::OutputIsInput:
+        return result.name + ": refused, the container would be one of the inputs or lie in a "
+                             "folder being encrypted";
     case FileError::NameTooLong:
         return result.name + ": its stored name would be longer than 255 bytes, which other "
                              "copies of Kelvora cannot read";

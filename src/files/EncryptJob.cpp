@@ -4,14 +4,19 @@
 #include "files/ContainerWriter.h"
 #include "files/StoredName.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <optional>
+#include <set>
 #include <sys/stat.h>
 #include <system_error>
 
 namespace kelvora {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 // CheckStoredNames refuses, before anything is written, a name other copies could not read
 // back or that no reader could restore safely.
@@ -26,6 +31,50 @@ FileJobResult CheckStoredNames(const std::vector<std::string>& names,
         }
     }
     return {};
+}
+
+// ChosenFolderOf gives the folder a walked entry came from: its path up to the first folder
+// of its relative path ("/base/dir" for "/base/dir/sub/f" with "/dir/sub/f").
+std::optional<std::string> ChosenFolderOf(const InputEntry& entry) {
+    if (entry.relativePath == kLoneFileRelativePath || !entry.path.ends_with(entry.relativePath)) {
+        return std::nullopt;
+    }
+    const std::size_t base = entry.path.size() - entry.relativePath.size();
+    const std::size_t firstSlash = entry.path.find(kPathSeparator, base + 1);
+    return entry.path.substr(0, firstSlash);
+}
+
+bool IsSameFile(const struct stat& a, const struct stat& b) {
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+// OutputAmongInputs is true when the output is one of the inputs (by identity, so links
+// count) or lies below a folder being encrypted, where a later run would take it in.
+bool OutputAmongInputs(const std::string& output, const std::vector<InputEntry>& entries) {
+    struct stat outputInfo {};
+    const bool outputExists = ::stat(output.c_str(), &outputInfo) == 0;
+    std::error_code error;
+    const fs::path outputPath = fs::weakly_canonical(output, error);
+    std::set<std::string> folders;
+    for (const InputEntry& entry : entries) {
+        struct stat info {};
+        if (outputExists && ::stat(entry.path.c_str(), &info) == 0 &&
+            IsSameFile(info, outputInfo)) {
+            return true;
+        }
+        if (const auto folder = ChosenFolderOf(entry)) {
+            folders.insert(*folder);
+        }
+    }
+    for (const std::string& folder : folders) {
+        const fs::path root = fs::weakly_canonical(folder, error);
+        const auto [rootEnd, outputAt] =
+            std::mismatch(root.begin(), root.end(), outputPath.begin(), outputPath.end());
+        if (rootEnd == root.end()) {
+            return true;
+        }
+    }
+    return false;
 }
 
 std::int64_t PlainBytesOf(const std::vector<InputEntry>& entries) {
@@ -82,6 +131,9 @@ FileJobResult EncryptFiles(const EncryptRequest& request, FileJobObserver& obser
     }
     if (FileJobResult refused = CheckStoredNames(names, request.entries); !refused.ok()) {
         return refused;
+    }
+    if (OutputAmongInputs(request.outputPath, request.entries)) {
+        return Failure(FileError::OutputIsInput, 0, 0, request.outputPath, 0);
     }
     std::error_code error;
     if (std::filesystem::is_directory(request.outputPath, error)) {

@@ -14,6 +14,7 @@ enum class FileError {
     None,
     NothingToDo,     // empty list, output name or passphrase
     OutputExists,    // the output container exists and was not to be replaced
+    OutputIsInput,   // the output would be one of the inputs or inside a folder encrypted
     NameTooLong,     // a stored name longer than 255 bytes
     UnsafeName,      // a stored name that would leave the output folder
     LinkInPath,      // a folder on a stored name's way is a symbolic link (or no folder)

@@ -123,6 +123,64 @@ TEST(FileCommands, HostileNamesAreRefusedAndTheRestRestored) {
     EXPECT_EQ(FilesBelow(scratch.Path()), (std::vector<std::string>{"c.vexo", "out/fine.txt"}));
 }
 
+// Every command that writes a named output refuses an existing one unless --force, and
+// replaces it only with a complete file.
+struct ExistingOutputCase {
+    const char* name;
+    std::vector<std::string> args; // "{o}" is the existing output file
+    std::string input;
+    bool force;
+};
+
+class ExistingOutput : public ::testing::TestWithParam<ExistingOutputCase> {};
+
+TEST_P(ExistingOutput, IsRefusedUnlessForcedAndThenReplacedWhole) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "existing.txt", {'o', 'l', 'd'});
+    std::vector<std::string> args = GetParam().args;
+    std::replace(args.begin(), args.end(), std::string("{o}"), scratch / "existing.txt");
+    if (GetParam().force) {
+        args.push_back("--force");
+    }
+    // "{armoured}" stands for a text encrypted by the program itself.
+    const std::string input = GetParam().input == "{armoured}"
+                                  ? RunCli({"encrypt-text"}, "hello", kSecret).out
+                                  : GetParam().input;
+    const auto result = RunCli(args, input, kSecret);
+    const Bytes after = ReadFile(scratch / "existing.txt");
+    EXPECT_EQ(FilesBelow(scratch.Path()), std::vector<std::string>{"existing.txt"});
+    if (GetParam().force) {
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_NE(after, BytesFromString("old"));
+    } else {
+        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.err, "kelvora-cli: " + scratch / "existing.txt" +
+                                  " exists already (use --force to replace it)\n");
+        EXPECT_EQ(after, BytesFromString("old"));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, ExistingOutput,
+    ::testing::Values(
+        ExistingOutputCase{"EncryptText", {"encrypt-text", "-o", "{o}"}, "hello", false},
+        ExistingOutputCase{"EncryptTextForced", {"encrypt-text", "-o", "{o}"}, "hello", true},
+        ExistingOutputCase{"DecryptText", {"decrypt-text", "-o", "{o}"}, "{armoured}", false},
+        ExistingOutputCase{"DecryptTextForced", {"decrypt-text", "-o", "{o}"}, "{armoured}", true}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(FileCommands, EncryptNeverMakesAnInputItsContainer) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "a.txt", {'a'});
+    WriteFile(scratch / "b.txt", {'b'});
+    const auto result = RunCli(
+        {"encrypt", "--force", "-o", scratch / "a.txt", scratch / "a.txt", scratch / "b.txt"}, {},
+        kSecret);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("one of the inputs"), std::string::npos) << result.err;
+    EXPECT_EQ(ReadFile(scratch / "a.txt"), BytesFromString("a"));
+}
+
 struct ProgressCase {
     const char* name;
     std::int64_t done;

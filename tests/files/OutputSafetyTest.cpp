@@ -103,3 +103,48 @@ TEST(TempOutputFile, CommitReplacesOnlyWhenAsked) {
 
 } // namespace
 } // namespace kelvora
+
+namespace kelvora {
+namespace {
+
+// An output that is one of the inputs, or lies in a folder being encrypted.
+struct OutputInputCase {
+    const char* name;
+    std::vector<std::string> inputs; // below the scratch folder
+    const char* output;
+};
+
+class OutputAmongInputs : public ::testing::TestWithParam<OutputInputCase> {};
+
+TEST_P(OutputAmongInputs, IsRefusedBeforeAnythingIsWritten) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "a.txt", kSome);
+    WriteFile(scratch / "b.txt", kSome);
+    WriteFile(scratch / "dir/old.vexo", kSome);
+    fs::create_hard_link(scratch / "a.txt", scratch / "hard.txt");
+    std::vector<std::string> inputs;
+    for (const std::string& input : GetParam().inputs) {
+        inputs.push_back(scratch / input);
+    }
+    const std::vector<std::string> before = FilesBelow(scratch.Path());
+    ScriptedObserver observer;
+    observer.replaceContainer = true;
+    const FileJobResult result = EncryptPaths(inputs, scratch / GetParam().output, observer);
+    EXPECT_EQ(result.error, FileError::OutputIsInput);
+    EXPECT_EQ(FilesBelow(scratch.Path()), before);
+    for (const std::string& file : before) {
+        EXPECT_EQ(ReadFile(scratch / file), kSome) << file;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, OutputAmongInputs,
+    ::testing::Values(OutputInputCase{"OneOfTheFiles", {"a.txt", "b.txt"}, "a.txt"},
+                      OutputInputCase{"AHardLinkToAnInput", {"a.txt"}, "hard.txt"},
+                      OutputInputCase{"OldContainerInTheFolder", {"dir"}, "dir/old.vexo"},
+                      OutputInputCase{"NewContainerInTheFolder", {"dir"}, "dir/new.vexo"},
+                      OutputInputCase{"ThroughDotDot", {"dir"}, "dir/../dir/new.vexo"}),
+    [](const auto& info) { return info.param.name; });
+
+} // namespace
+} // namespace kelvora
