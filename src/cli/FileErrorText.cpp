@@ -31,6 +31,11 @@ std::string FileErrorMessage(const FileJobResult& result) {
     case FileError::NothingToDo:
         return "nothing to do: no files, no output name or no passphrase";
     case FileError::OutputExists:
+        if (result.name.empty()) {
+            return std::to_string(result.omitted.size()) +
+                   (result.omitted.size() == 1 ? " file exists" : " files exist") +
+                   " already (use --overwrite, --skip-existing or --rename); nothing was written";
+        }
         return result.name + " exists already (use --force to replace it)";
     case FileError::OutputIsInput:
         return result.name + ": refused, the container would be one of the inputs or lie in a "

@@ -86,11 +86,14 @@ bool CliFileObserver::AskReplaceContainer(const std::string&) {
     return m_answers.replaceContainer;
 }
 
-ExistingFileAnswer CliFileObserver::AskExistingFile(const std::string& path) {
-    if (m_answers.existingFile == ExistingFileAnswer::Cancel) {
-        m_refusedExisting = path;
-    }
+ExistingFileAnswer CliFileObserver::AskExistingFile(const std::string&) {
     return m_answers.existingFile;
+}
+
+void CliFileObserver::OnFileSkipped(std::size_t, const std::string& path) {
+    ClearProgress();
+    m_context.err << "kelvora-cli: skipped " << (path.starts_with("./") ? path.substr(2) : path)
+                  << ": exists already\n";
 }
 
 void CliFileObserver::DrawProgress(bool force) {

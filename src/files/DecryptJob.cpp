@@ -4,6 +4,7 @@
 #include "files/ContainerSession.h"
 #include "files/FileIo.h"
 #include "files/OutputFolder.h"
+#include "files/RestorePlan.h"
 #include "files/StoredName.h"
 
 #include <algorithm>
@@ -64,107 +65,68 @@ FileJobResult ContainerSession::Open(const DecryptRequest& request) {
 
 namespace {
 
-enum class Target { Write, Skip, Cancel };
-
-// ChooseTarget settles where a file goes when its path is taken already.
-Target ChooseTarget(std::string& path, bool& replace, FileJobObserver& observer) {
-    replace = false;
-    while (PathExists(path)) {
-        switch (observer.AskExistingFile(path)) {
-        case ExistingFileAnswer::Overwrite:
-            replace = true;
-            return Target::Write;
-        case ExistingFileAnswer::AnotherName:
-            if (auto other = observer.AskAnotherName(path); other && !other->empty()) {
-                path = *other;
-                continue;
-            }
-            return Target::Skip;
-        case ExistingFileAnswer::Skip:
-            return Target::Skip;
-        case ExistingFileAnswer::Cancel:
-            return Target::Cancel;
-        }
-    }
-    return Target::Write;
-}
-
-// Restore is what one restore run shares: the output folder held open and what was left out.
-struct Restore {
-    ContainerSession& session;
-    OutputFolder& folder;
-    FileJobObserver& observer;
-    std::vector<OmittedEntry> omitted;
-
-    void LeaveOut(std::size_t index, const std::string& shown, FileError why, int error) {
-        omitted.push_back(OmittedEntry{shown, why, error});
-        observer.OnFileRefused(index, shown, why);
-    }
-};
-
-// OpenTarget prepares the unfinished output file for relative (or for another path the
-// person chose instead).
-bool OpenTarget(Restore& run, const std::string& relative, const std::string& path,
-                bool chosenElsewhere, TempOutputFile& output, int* error) {
-    if (chosenElsewhere) {
-        const bool created = output.Create(path);
+// OpenTarget prepares the unfinished output file of a planned file.
+bool OpenTarget(const OutputFolder& folder, const PlannedFile& file, TempOutputFile& output,
+                int* error) {
+    if (!file.elsewhere.empty()) {
+        const bool created = output.Create(file.elsewhere);
         *error = output.LastError();
         return created;
     }
-    UniqueFd parent = run.folder.OpenParent(relative, error);
+    UniqueFd parent = folder.OpenParent(file.relative, error);
     if (!parent.Valid()) {
         return false;
     }
-    const bool created = output.CreateIn(std::move(parent), LeafOf(relative));
+    const bool created = output.CreateIn(std::move(parent), LeafOf(file.relative));
     *error = output.LastError();
     return created;
 }
 
-FileJobResult RestoreFile(Restore& run, const FileRange& range, const std::string& root) {
-    const std::size_t index = range.index;
+// RestoreFile writes one planned file. A link that appeared on its way since planning
+// turns the file into one left out rather than ending the run.
+FileJobResult RestoreFile(ContainerSession& session, const OutputFolder& folder,
+                          const std::string& root, PlannedFile& file, FileJobObserver& observer) {
+    const std::size_t index = file.range.index;
     FirstRecord first;
-    if (FileError error = run.session.Decryptor().ReadFirst(range, first);
+    if (FileError error = session.Decryptor().ReadFirst(file.range, first);
         error != FileError::None) {
         return Failure(error, index, 1);
     }
-    const std::string shown = DisplayName(first.ansiName);
-    run.observer.OnFileStarted(index, shown);
-    const auto relative = RelativePathFromStoredName(first.ansiName);
-    if (!relative) {
-        run.LeaveOut(index, shown, FileError::UnsafeName, 0);
-        return {};
-    }
-    const Spot spot = run.folder.Look(*relative);
-    if (spot.state == SpotState::Blocked) {
-        run.LeaveOut(index, shown, FileError::LinkInPath, spot.error);
-        return {};
-    }
-    std::string path = root + "/" + *relative;
-    bool replace = false;
-    const Target target = ChooseTarget(path, replace, run.observer);
-    if (target != Target::Write) {
-        return target == Target::Cancel ? Failure(FileError::Cancelled, index, 0, shown, 0)
-                                        : FileJobResult{};
-    }
+    observer.OnFileStarted(index, file.shown);
+    const std::string path = file.elsewhere.empty() ? root + "/" + file.relative : file.elsewhere;
     int openError = 0;
     TempOutputFile output;
-    if (!OpenTarget(run, *relative, path, path != root + "/" + *relative, output, &openError)) {
+    if (!OpenTarget(folder, file, output, &openError)) {
         if (openError == ELOOP || openError == ENOTDIR) {
-            run.LeaveOut(index, shown, FileError::LinkInPath, openError);
+            file.action = PlannedFile::Action::LeaveOut;
+            file.why = FileError::LinkInPath;
+            file.systemError = openError;
             return {};
         }
         return Failure(FileError::WriteFailed, index, 0, path, openError);
     }
-    const FileError error = run.session.Decryptor().Restore(range, output);
+    const FileError error = session.Decryptor().Restore(file.range, output);
     if (error != FileError::None) {
-        return Failure(error, index, run.session.Decryptor().FailedChunk(), shown,
+        return Failure(error, index, session.Decryptor().FailedChunk(), file.shown,
                        output.LastError());
     }
-    if (!output.Commit(replace)) {
+    if (!output.Commit(file.replace)) {
         return Failure(FileError::WriteFailed, index, 0, path, output.LastError());
     }
-    run.observer.OnFileDone(index, path);
+    observer.OnFileDone(index, path);
     return {};
+}
+
+// LeaveOut names a file the run does not restore.
+void LeaveOut(const PlannedFile& file, std::vector<OmittedEntry>& omitted,
+              FileJobObserver& observer) {
+    omitted.push_back(OmittedEntry{file.shown, file.why, file.systemError});
+    observer.OnFileRefused(file.range.index, file.shown, file.why);
+}
+
+FileJobResult WithOmitted(FileJobResult result, std::vector<OmittedEntry> omitted) {
+    result.omitted = std::move(omitted);
+    return result;
 }
 
 } // namespace
@@ -183,26 +145,33 @@ FileJobResult DecryptContainer(const DecryptRequest& request, FileJobObserver& o
     if (int error = 0; !folder.Open(request.outputFolder, &error)) {
         return Failure(FileError::WriteFailed, 0, 0, request.outputFolder, error);
     }
-    Restore run{session, folder, observer, {}};
-    reader.Rewind();
-    for (FileRange range; reader.NextFile(range);) {
-        if (range.byteCount == 0) {
-            continue;
+    RestorePlan plan = PlanRestore(session, folder, request.outputFolder, observer);
+    if (!plan.failure.ok()) {
+        return plan.failure;
+    }
+    std::vector<OmittedEntry> omitted;
+    if (plan.cancelled) {
+        for (const std::string& path : plan.conflicts) {
+            omitted.push_back(OmittedEntry{path, FileError::OutputExists, 0});
         }
-        if (FileJobResult result = RestoreFile(run, range, request.outputFolder); !result.ok()) {
-            result.omitted = std::move(run.omitted);
-            return result;
+        return WithOmitted(Failure(FileError::OutputExists), std::move(omitted));
+    }
+    for (PlannedFile& file : plan.files) {
+        if (file.action == PlannedFile::Action::Write) {
+            FileJobResult result =
+                RestoreFile(session, folder, request.outputFolder, file, observer);
+            if (!result.ok()) {
+                return WithOmitted(std::move(result), std::move(omitted));
+            }
+        }
+        if (file.action == PlannedFile::Action::Skip) {
+            observer.OnFileSkipped(file.range.index, request.outputFolder + "/" + file.relative);
+        } else if (file.action == PlannedFile::Action::LeaveOut) {
+            LeaveOut(file, omitted, observer);
         }
     }
-    if (FileJobResult walked = WalkResult(reader, request.containerPath); !walked.ok()) {
-        return walked;
-    }
-    if (run.omitted.empty()) {
-        return {};
-    }
-    FileJobResult leftOut = Failure(FileError::EntriesLeftOut);
-    leftOut.omitted = std::move(run.omitted);
-    return leftOut;
+    return omitted.empty() ? FileJobResult{}
+                           : WithOmitted(Failure(FileError::EntriesLeftOut), std::move(omitted));
 }
 
 } // namespace kelvora

@@ -90,7 +90,7 @@ INSTANTIATE_TEST_SUITE_P(
         OutcomeCase{"SkipExisting", "decrypt {c} -C {o} --skip-existing", false, 0, "", "old"},
         OutcomeCase{"Overwrite", "decrypt {c} -C {o} --overwrite", false, 0, "", "new"},
         OutcomeCase{"BothAnswers", "decrypt {c} -C {o} --overwrite --skip-existing", false, 2,
-                    "kelvora-cli: --overwrite and --skip-existing", "old"},
+                    "kelvora-cli: --overwrite, --skip-existing and --rename", "old"},
         OutcomeCase{"WrongPassphraseDecrypt", "decrypt {c} -C {o} --overwrite", true, 1,
                     kWrongPassphrase, "old"},
         OutcomeCase{"WrongPassphraseTest", "test {c}", true, 1, kWrongPassphrase, "old"},
@@ -99,6 +99,37 @@ INSTANTIATE_TEST_SUITE_P(
         OutcomeCase{"NoContainer", "decrypt", false, 2, kFailed, "old"},
         OutcomeCase{"NotAContainer", "test {o}/a.txt", false, 1, kFailed, "old"}),
     [](const auto& info) { return info.param.name; });
+
+TEST(FileCommands, DecryptNamesEveryConflictBeforeWritingAndCanRename) {
+    ScratchFolder scratch;
+    WriteFile(
+        scratch / "c.vexo",
+        BuildContainer({{"a.txt", {'1'}}, {"b.txt", {'2'}}, {"c.txt", {'3'}}, {"b.txt", {'4'}}}));
+    WriteFile(scratch / "out/c.txt", {'o'});
+    const std::string out = scratch / "out";
+    const auto refused = RunCli({"decrypt", scratch / "c.vexo", "-C", out}, {}, kSecret);
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.err, "kelvora-cli: " + out + "/c.txt exists already\nkelvora-cli: " + out +
+                               "/b.txt exists already\nkelvora-cli: 2 files exist already (use "
+                               "--overwrite, --skip-existing or --rename); nothing was written\n");
+    EXPECT_EQ(FilesBelow(out), std::vector<std::string>{"c.txt"});
+
+    const auto skipped =
+        RunCli({"decrypt", scratch / "c.vexo", "-C", out, "--skip-existing"}, {}, kSecret);
+    EXPECT_EQ(skipped.status, 0);
+    EXPECT_EQ(skipped.err, "kelvora-cli: skipped " + out +
+                               "/c.txt: exists already\nkelvora-cli: skipped " + out +
+                               "/b.txt: exists already\n");
+
+    const auto renamed =
+        RunCli({"decrypt", scratch / "c.vexo", "-C", out, "--rename"}, {}, kSecret);
+    EXPECT_EQ(renamed.status, 0) << renamed.err;
+    EXPECT_EQ(FilesBelow(out),
+              (std::vector<std::string>{"a (2).txt", "a.txt", "b (2).txt", "b (3).txt", "b.txt",
+                                        "c (2).txt", "c.txt"}));
+    EXPECT_EQ(ReadFile(out + "/b (3).txt"), BytesFromString("4"));
+    EXPECT_EQ(ReadFile(out + "/c.txt"), BytesFromString("o"));
+}
 
 TEST(FileCommands, TestNamesTheDamagedFileAndChunk) {
     ScratchFolder scratch;

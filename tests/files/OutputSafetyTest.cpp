@@ -1,5 +1,6 @@
 #include "FileTestSupport.h"
 #include "files/OutputFolder.h"
+#include "files/RestorePlan.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -145,6 +146,45 @@ INSTANTIATE_TEST_SUITE_P(
                       OutputInputCase{"NewContainerInTheFolder", {"dir"}, "dir/new.vexo"},
                       OutputInputCase{"ThroughDotDot", {"dir"}, "dir/../dir/new.vexo"}),
     [](const auto& info) { return info.param.name; });
+
+} // namespace
+} // namespace kelvora
+
+namespace kelvora {
+namespace {
+
+TEST(DecryptContainer, AConflictFoundLateStopsTheRunBeforeAnythingIsWritten) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "c.vexo",
+              BuildContainer({{"a.txt", kSome}, {"d\\b.txt", kSome}, {"d\\b.txt", kSome}}));
+    ScriptedObserver observer;
+    const FileJobResult result = DecryptTo(scratch / "c.vexo", scratch / "out", observer);
+    EXPECT_EQ(result.error, FileError::OutputExists);
+    ASSERT_EQ(result.omitted.size(), 1u);
+    EXPECT_EQ(result.omitted[0].name, scratch / "out/d/b.txt");
+    EXPECT_TRUE(FilesBelow(scratch / "out").empty());
+}
+
+struct NumberedCase {
+    const char* name;
+    const char* relative;
+    const char* numbered;
+};
+
+class NumberedNameTest : public ::testing::TestWithParam<NumberedCase> {};
+
+TEST_P(NumberedNameTest, PutsTheNumberBeforeTheExtension) {
+    EXPECT_EQ(NumberedName(GetParam().relative, 2), GetParam().numbered);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, NumberedNameTest,
+                         ::testing::Values(NumberedCase{"Plain", "a.txt", "a (2).txt"},
+                                           NumberedCase{"NoExtension", "d/readme", "d/readme (2)"},
+                                           NumberedCase{"DotInFolder", "d.x/readme",
+                                                        "d.x/readme (2)"},
+                                           NumberedCase{"Hidden", "d/.profile", "d/.profile (2)"},
+                                           NumberedCase{"TwoDots", "a.tar.gz", "a.tar (2).gz"}),
+                         [](const auto& info) { return info.param.name; });
 
 } // namespace
 } // namespace kelvora
