@@ -45,8 +45,9 @@ std::string FileErrorMessage(const FileJobResult& result) {
                              "copies of Kelvora cannot read";
     case FileError::UnsafeName:
         return result.name.empty()
-                   ? "some files were refused: their stored names would leave the output folder"
-                   : result.name + ": refused, its stored name would leave the output folder";
+                   ? "some files were refused: their stored names are unsafe"
+                   : result.name + ": refused, its stored name would leave the output folder "
+                                   "or holds control characters";
     case FileError::LinkInPath:
         return WithSystemError(result.name + ": refused, a folder on its way is a symbolic link "
                                              "or no folder",

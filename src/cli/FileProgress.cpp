@@ -1,6 +1,7 @@
 #include "cli/FileProgress.h"
 
 #include "cli/FileErrorText.h"
+#include "common/Printable.h"
 
 #include <atomic>
 #include <csignal>
@@ -67,14 +68,14 @@ void CliFileObserver::OnJobStarted(std::size_t, std::int64_t totalBytes) {
 void CliFileObserver::OnFileDone(std::size_t, const std::string& path) {
     if (m_answers.listRestored) {
         ClearProgress();
-        m_context.out << (path.starts_with("./") ? path.substr(2) : path) << '\n';
+        m_context.out << Printable(path.starts_with("./") ? path.substr(2) : path) << '\n';
     }
 }
 
 void CliFileObserver::OnFileRefused(std::size_t, const std::string& name, FileError why) {
     ClearProgress();
     FileJobResult refused = Failure(why, 0, 0, name);
-    m_context.err << "kelvora-cli: " << FileErrorMessage(refused) << '\n';
+    m_context.err << "kelvora-cli: " << Printable(FileErrorMessage(refused)) << '\n';
 }
 
 void CliFileObserver::OnBytesDone(std::int64_t bytes) {
@@ -92,7 +93,8 @@ ExistingFileAnswer CliFileObserver::AskExistingFile(const std::string&) {
 
 void CliFileObserver::OnFileSkipped(std::size_t, const std::string& path) {
     ClearProgress();
-    m_context.err << "kelvora-cli: skipped " << (path.starts_with("./") ? path.substr(2) : path)
+    m_context.err << "kelvora-cli: skipped "
+                  << Printable(path.starts_with("./") ? path.substr(2) : path)
                   << ": exists already\n";
 }
 

@@ -1,6 +1,7 @@
 #include "files/DecryptJob.h"
 
 #include "common/Ansi.h"
+#include "common/Printable.h"
 #include "files/ContainerSession.h"
 #include "files/FileIo.h"
 #include "files/OutputFolder.h"
@@ -15,7 +16,7 @@ namespace kelvora {
 std::string DisplayName(const std::string& ansiName) {
     std::string name = Utf8FromAnsi(ansiName);
     std::replace(name.begin(), name.end(), kStoredSeparator, kPathSeparator);
-    return name;
+    return Printable(name);
 }
 
 FileJobResult WalkResult(const ContainerReader& reader, const std::string& containerPath) {

@@ -1,6 +1,7 @@
 #include "files/StoredName.h"
 
 #include "common/Ansi.h"
+#include "common/Printable.h"
 
 #include <algorithm>
 
@@ -40,7 +41,7 @@ std::string StoredNameFor(std::string_view utf8Path, std::string_view utf8Relati
 }
 
 bool IsSafeStoredName(std::string_view ansiName) {
-    if (ansiName.empty() || ansiName.find('\0') != std::string_view::npos) {
+    if (ansiName.empty() || HoldsControlCharacter(ansiName)) {
         return false;
     }
     if (ansiName.size() >= 2 && IsAsciiLetter(ansiName[0]) && ansiName[1] == ':') {

@@ -26,7 +26,8 @@ inline constexpr std::string_view kLoneFileRelativePath = "/";
                                         std::string_view utf8RelativePath);
 
 // IsSafeStoredName is true when a stored name stays below the folder it is restored into:
-// not empty, not absolute, no drive letter, no NUL, and no empty, "." or ".." component
+// not empty, not absolute, no drive letter, no control character (NUL, ESC, CR, LF, ...),
+// and no empty, "." or ".." component
 // ("\" and "/" both separate components).
 [[nodiscard]] bool IsSafeStoredName(std::string_view ansiName);
 

@@ -131,6 +131,22 @@ TEST(FileCommands, DecryptNamesEveryConflictBeforeWritingAndCanRename) {
     EXPECT_EQ(ReadFile(out + "/c.txt"), BytesFromString("o"));
 }
 
+TEST(FileCommands, NamesWithControlCharactersAreShownEscapedAndNeverCreated) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "c.vexo",
+              BuildContainer(
+                  {{"\x1b]0;pwned\x07.txt", {'t'}}, {"two\nlines", {'n'}}, {"fine.txt", {'f'}}}));
+    const auto listed = RunCli({"list", scratch / "c.vexo"}, {}, kSecret);
+    EXPECT_EQ(listed.status, 0);
+    EXPECT_EQ(listed.out, "1\t\\x1b]0;pwned\\x07.txt\n1\ttwo\\x0alines\n1\tfine.txt\n");
+    const auto decrypted =
+        RunCli({"decrypt", scratch / "c.vexo", "-C", scratch / "out"}, {}, kSecret);
+    EXPECT_EQ(decrypted.status, 1);
+    EXPECT_EQ(decrypted.err.find('\x1b'), std::string::npos) << decrypted.err;
+    EXPECT_EQ(std::count(decrypted.err.begin(), decrypted.err.end(), '\n'), 3) << decrypted.err;
+    EXPECT_EQ(FilesBelow(scratch / "out"), std::vector<std::string>{"fine.txt"});
+}
+
 TEST(FileCommands, TestNamesTheDamagedFileAndChunk) {
     ScratchFolder scratch;
     Bytes container = BuildContainer({{"ok.txt", {'k'}}, {"big.bin", PatternBytes(2100000, 9)}});
