@@ -1,5 +1,6 @@
 #include "cli/CliIo.h"
 
+#include "cli/Signals.h"
 #include "files/FileIo.h"
 
 #include <cerrno>
@@ -18,15 +19,27 @@ bool IsStandardStream(const std::optional<std::string>& path) {
     return !path || *path == "-";
 }
 
+// Interrupted is true after a stop signal: a read cut short by it is no end of input.
+bool Interrupted(std::string& error) {
+    if (CaughtSignal() != 0) {
+        error = "interrupted";
+        return true;
+    }
+    return false;
+}
+
 } // namespace
 
 bool ReadAll(CliContext& context, const std::optional<std::string>& path, std::string& data,
              std::string& error) {
     if (IsStandardStream(path)) {
         data.assign(std::istreambuf_iterator<char>(context.in), std::istreambuf_iterator<char>());
-        return true;
+        return !Interrupted(error);
     }
     std::ifstream file(*path, std::ios::binary);
+    if (Interrupted(error)) {
+        return false;
+    }
     if (!file) {
         error = "cannot read " + *path + ": " + std::strerror(errno);
         return false;
@@ -34,7 +47,7 @@ bool ReadAll(CliContext& context, const std::optional<std::string>& path, std::s
     std::ostringstream contents;
     contents << file.rdbuf();
     data = std::move(contents).str();
-    return true;
+    return !Interrupted(error);
 }
 
 bool WriteAll(CliContext& context, const std::optional<std::string>& path, std::string_view data,
@@ -54,8 +67,14 @@ bool WriteAll(CliContext& context, const std::optional<std::string>& path, std::
     }
     TempOutputFile file;
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(data.data());
-    if (!file.Create(*path) || !file.Write(std::span(bytes, data.size())) ||
-        !file.Commit(replace)) {
+    if (!file.Create(*path) || !file.Write(std::span(bytes, data.size()))) {
+        error = "cannot write " + *path + ": " + std::strerror(file.LastError());
+        return false;
+    }
+    if (Interrupted(error)) {
+        return false;
+    }
+    if (!file.Commit(replace)) {
         error = "cannot write " + *path + ": " + std::strerror(file.LastError());
         return false;
     }

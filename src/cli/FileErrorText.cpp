@@ -56,6 +56,11 @@ std::string FileErrorMessage(const FileJobResult& result) {
         return std::to_string(result.omitted.size()) +
                (result.omitted.size() == 1 ? " entry was" : " entries were") +
                " left out (named above)";
+    case FileError::NotRegularFile:
+        return result.name + ": refused, not a regular file (a FIFO, socket or device)";
+    case FileError::SizeUnknown:
+        return result.name + ": refused, its size is not known in advance (it reads 0 bytes "
+                             "but holds data)";
     case FileError::ReadFailed:
         return WithSystemError("cannot read " + result.name, result.systemError);
     case FileError::WriteFailed:

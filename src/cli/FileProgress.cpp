@@ -1,22 +1,14 @@
 #include "cli/FileProgress.h"
 
 #include "cli/FileErrorText.h"
+#include "cli/Signals.h"
 #include "common/Printable.h"
 
-#include <atomic>
-#include <csignal>
 #include <cstdio>
 #include <ostream>
 
 namespace kelvora::cli {
 namespace {
-
-// Set by the Ctrl-C handler; read by the job between chunks and at every event check.
-std::atomic<bool> g_interrupted{false};
-
-extern "C" void OnInterrupt(int) {
-    g_interrupted = true;
-}
 
 constexpr auto kDrawInterval = std::chrono::milliseconds(200);
 constexpr double kMega = 1e6;
@@ -44,20 +36,14 @@ std::string ProgressLine(std::int64_t done, std::int64_t total, double seconds) 
 }
 
 CliFileObserver::CliFileObserver(CliContext& context, FileJobAnswers answers)
-    : m_context(context), m_answers(answers), m_draw(context.showProgress && !answers.quiet) {
-    g_interrupted = false;
-    std::signal(SIGINT, OnInterrupt);
-    std::signal(SIGTERM, OnInterrupt);
-}
+    : m_context(context), m_answers(answers), m_draw(context.showProgress && !answers.quiet) {}
 
 CliFileObserver::~CliFileObserver() {
     ClearProgress();
-    std::signal(SIGINT, SIG_DFL);
-    std::signal(SIGTERM, SIG_DFL);
 }
 
 bool CliFileObserver::CancelRequested() {
-    return g_interrupted;
+    return CaughtSignal() != 0;
 }
 
 void CliFileObserver::OnJobStarted(std::size_t, std::int64_t totalBytes) {

@@ -20,7 +20,8 @@ struct FileJobAnswers {
 
 // CliFileObserver answers a file job from the options, prints the restored files on
 // standard output, draws progress (bytes, MB/s, time left) on standard error when that is
-// a terminal, and turns Ctrl-C into a clean cancel so that no partial output stays.
+// a terminal, and cancels the job cleanly on a stop signal (StopSignals) so that no partial output
+// stays.
 class CliFileObserver final : public FileJobObserver {
 public:
     CliFileObserver(CliContext& context, FileJobAnswers answers);

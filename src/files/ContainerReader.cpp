@@ -17,7 +17,7 @@ constexpr std::size_t kIndexPieceBytes = 65536;
 
 FileError ContainerReader::Open(const std::string& path) {
     if (!m_file.Open(path)) {
-        return FileError::ReadFailed;
+        return m_file.NotRegular() ? FileError::NotRegularFile : FileError::ReadFailed;
     }
     const std::int64_t size = m_file.Size();
     if (size < kMinContainerBytes) {

@@ -88,26 +88,57 @@ std::int64_t PlainBytesOf(const std::vector<InputEntry>& entries) {
     return total;
 }
 
-FileJobResult AppendAll(const EncryptRequest& request, const std::vector<std::string>& names,
-                        ByteSink& container, FileJobObserver& observer) {
+// ReadableInputs keeps the entries that can be stored and names every other one: what is
+// not a regular file (FIFO, socket, device: opening one could wait for ever), what cannot
+// be opened, and a file that claims 0 bytes but holds data (/proc, /dev/stdin).
+std::vector<InputEntry> ReadableInputs(const std::vector<InputEntry>& entries,
+                                       std::vector<OmittedEntry>& omitted,
+                                       FileJobObserver& observer) {
+    std::vector<InputEntry> kept;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        InputFile file;
+        FileError why = FileError::None;
+        std::uint8_t probe = 0;
+        if (!file.Open(entries[i].path)) {
+            why = file.NotRegular() ? FileError::NotRegularFile : FileError::ReadFailed;
+        } else if (file.Size() == 0 && file.ReadExact(std::span(&probe, 1))) {
+            why = FileError::SizeUnknown;
+        }
+        if (why == FileError::None) {
+            kept.push_back(entries[i]);
+            continue;
+        }
+        const int error = why == FileError::ReadFailed ? file.LastError() : 0;
+        omitted.push_back(OmittedEntry{entries[i].path, why, error});
+        observer.OnFileRefused(i, entries[i].path, why);
+    }
+    return kept;
+}
+
+FileJobResult AppendAll(const EncryptRequest& request, const std::vector<InputEntry>& entries,
+                        const std::vector<std::string>& names, ByteSink& container,
+                        FileJobObserver& observer) {
     JobCipher cipher(observer);
     if (!cipher.Cipher().EncryptPrepareKey(request.key->bytes())) {
         return Failure(FileError::NothingToDo);
     }
     ParallelCompressor compressor(ParallelCompressor::WorkersForThisMachine());
     std::vector<ChunkFeed::Input> inputs;
-    for (std::size_t i = 0; i < request.entries.size(); ++i) {
-        inputs.push_back(ChunkFeed::Input{request.entries[i].path, names[i].size()});
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        inputs.push_back(ChunkFeed::Input{entries[i].path, names[i].size()});
     }
     ChunkFeed feed(std::move(inputs), compressor);
     std::vector<std::int64_t> byteCounts;
-    for (std::size_t i = 0; i < request.entries.size(); ++i) {
-        const std::string& path = request.entries[i].path;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const std::string& path = entries[i].path;
         observer.OnFileStarted(i, path);
         const AppendResult appended = AppendFileToContainer(feed, names[i], container, cipher,
                                                             *request.random, compressor, observer);
         if (appended.error != FileError::None) {
-            return Failure(appended.error, i, appended.chunk, path, appended.systemError);
+            // A write that fails is the container's fault (a full disk), not the input's.
+            const bool written = appended.error == FileError::WriteFailed;
+            return Failure(appended.error, i, appended.chunk, written ? request.outputPath : path,
+                           appended.systemError);
         }
         byteCounts.push_back(appended.byteCount);
         observer.OnFileDone(i, path);
@@ -143,17 +174,32 @@ FileJobResult EncryptFiles(const EncryptRequest& request, FileJobObserver& obser
     if (replace && !observer.AskReplaceContainer(request.outputPath)) {
         return Failure(FileError::OutputExists, 0, 0, request.outputPath, 0);
     }
+    std::vector<OmittedEntry> omitted;
+    const std::vector<InputEntry> entries = ReadableInputs(request.entries, omitted, observer);
+    if (entries.empty()) {
+        FileJobResult nothing = Failure(FileError::EntriesLeftOut);
+        nothing.omitted = std::move(omitted);
+        return nothing;
+    }
+    std::vector<std::string> keptNames;
+    for (const InputEntry& entry : entries) {
+        keptNames.push_back(StoredNameFor(entry.path, entry.relativePath));
+    }
     TempOutputFile output;
     if (!output.Create(request.outputPath)) {
         return Failure(FileError::WriteFailed, 0, 0, request.outputPath, output.LastError());
     }
-    observer.OnJobStarted(request.entries.size(), PlainBytesOf(request.entries));
+    observer.OnJobStarted(entries.size(), PlainBytesOf(entries));
     std::unique_ptr<ByteSink> wrapped = request.wrapOutput ? request.wrapOutput(output) : nullptr;
-    FileJobResult result =
-        AppendAll(request, names, wrapped ? *wrapped : static_cast<ByteSink&>(output), observer);
+    FileJobResult result = AppendAll(request, entries, keptNames,
+                                     wrapped ? *wrapped : static_cast<ByteSink&>(output), observer);
     if (result.ok() && !output.Commit(replace)) {
         result = Failure(FileError::WriteFailed, 0, 0, request.outputPath, output.LastError());
     }
+    if (result.ok() && !omitted.empty()) {
+        result = Failure(FileError::EntriesLeftOut);
+    }
+    result.omitted = std::move(omitted);
     return result;
 }
 

@@ -19,6 +19,8 @@ enum class FileError {
     UnsafeName,      // a stored name that would leave the output folder
     LinkInPath,      // a folder on a stored name's way is a symbolic link (or no folder)
     ReadFailed,      // an input file or the container could not be read
+    NotRegularFile,  // a FIFO, socket or device where a file is needed
+    SizeUnknown,     // a file whose size reads 0 but that holds data (/proc, a pipe)
     WriteFailed,     // the output could not be written, renamed or its folder made
     NoUsableContent, // the container is too short or its index is garbled
     WrongPassphrase, // the first record does not decrypt to a consistent header

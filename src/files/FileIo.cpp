@@ -86,7 +86,8 @@ InputFile::~InputFile() {
 }
 
 bool InputFile::Open(const std::string& path) {
-    m_fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    // O_NONBLOCK: opening a FIFO without a writer must not wait; regular files ignore it.
+    m_fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     struct stat info {};
     if (m_fd < 0 || ::fstat(m_fd, &info) != 0) {
         m_error = errno;
@@ -94,6 +95,11 @@ bool InputFile::Open(const std::string& path) {
     }
     if (S_ISDIR(info.st_mode)) {
         m_error = EISDIR;
+        return false;
+    }
+    if (!S_ISREG(info.st_mode)) {
+        m_notRegular = true;
+        m_error = EINVAL;
         return false;
     }
     m_size = info.st_size;

@@ -16,8 +16,10 @@ public:
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;
 
-    // Open opens path for reading and learns its size; false on failure.
+    // Open opens path for reading and learns its size; false on failure. Only regular files
+    // are opened: a FIFO, socket or device is refused (NotRegular) without ever blocking.
     [[nodiscard]] bool Open(const std::string& path);
+    bool NotRegular() const { return m_notRegular; }
     std::int64_t Size() const { return m_size; }
 
     // ReadExact reads the next out.size() bytes; false on failure or an early end.
@@ -31,6 +33,7 @@ private:
     int m_fd = -1;
     std::int64_t m_size = 0;
     int m_error = 0;
+    bool m_notRegular = false;
 };
 
 // ByteSink takes a job's output bytes. Write gives false on failure, with errno in

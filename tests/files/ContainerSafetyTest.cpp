@@ -197,18 +197,20 @@ TEST(EncryptFiles, RefusesAStoredNameOver255BytesBeforeWriting) {
     EXPECT_EQ(EncryptPaths({}, scratch / "c.vexo", observer).error, FileError::NothingToDo);
 }
 
-TEST(EncryptFiles, AnUnreadableInputIsReportedAtItsPlaceAndLeavesNoContainer) {
+TEST(EncryptFiles, AnUnreadableInputIsNamedAndTheRestStored) {
     ScratchFolder scratch;
     WriteFile(scratch / "a.txt", PatternBytes(3000, 1));
     WriteFile(scratch / "c.txt", PatternBytes(3000, 2));
     ScriptedObserver observer;
     const FileJobResult result = EncryptPaths(
         {scratch / "a.txt", scratch / "b.txt", scratch / "c.txt"}, scratch / "c.vexo", observer);
-    EXPECT_EQ(result.error, FileError::ReadFailed);
-    EXPECT_EQ(result.fileIndex, 1u);
-    EXPECT_EQ(result.name, scratch / "b.txt");
-    EXPECT_EQ(result.systemError, ENOENT);
-    EXPECT_EQ(FilesBelow(scratch.Path()), (std::vector<std::string>{"a.txt", "c.txt"}));
+    EXPECT_EQ(result.error, FileError::EntriesLeftOut);
+    ASSERT_EQ(result.omitted.size(), 1u);
+    EXPECT_EQ(result.omitted[0].name, scratch / "b.txt");
+    EXPECT_EQ(result.omitted[0].why, FileError::ReadFailed);
+    EXPECT_EQ(result.omitted[0].systemError, ENOENT);
+    EXPECT_TRUE(DecryptTo(scratch / "c.vexo", scratch / "out", observer).ok());
+    EXPECT_EQ(FilesBelow(scratch / "out"), (std::vector<std::string>{"a.txt", "c.txt"}));
 }
 
 // Overwriting, skipping and cancelling are what the command line does; see its tests.
