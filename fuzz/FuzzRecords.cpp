@@ -137,7 +137,7 @@ void RoundTrip(Cursor& in, const Playground& playground) {
     const SecretBytes key = MakePassphraseKey(kPassphrase);
     SystemRandom random;
     AcceptingObserver observer;
-    const EncryptRequest request{list.Entries(), playground.Container(), &key, &random, {}};
+    const EncryptRequest request{list.Entries(), playground.Container(), &key, &random, {}, {}};
     if (!EncryptFiles(request, observer).ok()) {
         Stop("the writer failed on plain files");
     }

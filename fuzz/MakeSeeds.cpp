@@ -72,7 +72,7 @@ void ContainerSeeds(const fs::path& root, const Playground& playground) {
         const SecretBytes key = MakePassphraseKey(kPassphrase);
         SystemRandom random;
         AcceptingObserver observer;
-        if (!EncryptFiles({list.Entries(), playground.Container(), &key, &random, {}}, observer)
+        if (!EncryptFiles({list.Entries(), playground.Container(), &key, &random, {}, {}}, observer)
                  .ok()) {
             Stop("cannot write a seed container");
         }

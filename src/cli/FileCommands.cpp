@@ -69,6 +69,9 @@ int EncryptFilesRun(CliContext& context, const ParsedArgs& args) {
         return Fail(context, kExitUsage, "name the container with -o FILE");
     }
     if (list.Empty()) {
+        for (const OmittedEntry& passed : list.PassedOver()) {
+            Fail(context, kExitFailure, FileErrorMessage(Failure(passed.why, 0, 0, passed.name)));
+        }
         return Fail(context, kExitFailure, "the folders hold no files to encrypt");
     }
     ObtainedSecret secret = ObtainKey(context, args, KeyPurpose::Encrypt);
@@ -80,7 +83,8 @@ int EncryptFilesRun(CliContext& context, const ParsedArgs& args) {
     answers.quiet = args.Has(kQuietOption.longName);
     CliFileObserver observer(context, answers);
     SystemRandom random;
-    const EncryptRequest request{list.Entries(), output, &secret.key, &random, {}};
+    const EncryptRequest request{list.Entries(), output, &secret.key,
+                                 &random,        {},     list.PassedOver()};
     const FileJobResult result = EncryptFiles(request, observer);
     return result.ok() ? kExitSuccess : JobFailed(context, observer, result);
 }

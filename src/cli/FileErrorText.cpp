@@ -61,6 +61,16 @@ std::string FileErrorMessage(const FileJobResult& result) {
     case FileError::SizeUnknown:
         return result.name + ": refused, its size is not known in advance (it reads 0 bytes "
                              "but holds data)";
+    case FileError::LinkToFolder:
+        return result.name + ": left out, a symbolic link to a folder (not followed)";
+    case FileError::EmptyFolder:
+        return result.name + ": left out, an empty folder (a container holds files only)";
+    case FileError::NameNotStorable:
+        return result.name + ": refused, its name holds characters a container cannot store "
+                             "(outside Windows-1252); nothing was written";
+    case FileError::DuplicateName:
+        return result.name + ": refused, both would be stored under the same name; nothing "
+                             "was written";
     case FileError::ReadFailed:
         return WithSystemError("cannot read " + result.name, result.systemError);
     case FileError::WriteFailed:

@@ -1,5 +1,6 @@
 #include "files/EncryptJob.h"
 
+#include "common/Ansi.h"
 #include "files/ContainerIndex.h"
 #include "files/ContainerWriter.h"
 #include "files/StoredName.h"
@@ -7,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <set>
 #include <sys/stat.h>
@@ -22,7 +24,16 @@ namespace fs = std::filesystem;
 // back or that no reader could restore safely.
 FileJobResult CheckStoredNames(const std::vector<std::string>& names,
                                const std::vector<InputEntry>& entries) {
+    std::map<std::string, std::size_t> firstWithName;
     for (std::size_t i = 0; i < names.size(); ++i) {
+        if (!CheckAnsi(StoredNameSource(entries[i].path, entries[i].relativePath), NulRule::Refused)
+                 .ok()) {
+            return Failure(FileError::NameNotStorable, i, 0, entries[i].path, 0);
+        }
+        if (const auto [first, added] = firstWithName.emplace(names[i], i); !added) {
+            return Failure(FileError::DuplicateName, i, 0,
+                           entries[first->second].path + " and " + entries[i].path, 0);
+        }
         if (names[i].size() > kMaxStoredNameBytes) {
             return Failure(FileError::NameTooLong, i, 0, entries[i].path, 0);
         }
@@ -175,6 +186,10 @@ FileJobResult EncryptFiles(const EncryptRequest& request, FileJobObserver& obser
         return Failure(FileError::OutputExists, 0, 0, request.outputPath, 0);
     }
     std::vector<OmittedEntry> omitted;
+    for (const OmittedEntry& passed : request.passedOver) {
+        omitted.push_back(passed);
+        observer.OnFileRefused(0, passed.name, passed.why);
+    }
     const std::vector<InputEntry> entries = ReadableInputs(request.entries, omitted, observer);
     if (entries.empty()) {
         FileJobResult nothing = Failure(FileError::EntriesLeftOut);

@@ -21,6 +21,10 @@ enum class FileError {
     ReadFailed,      // an input file or the container could not be read
     NotRegularFile,  // a FIFO, socket or device where a file is needed
     SizeUnknown,     // a file whose size reads 0 but that holds data (/proc, a pipe)
+    LinkToFolder,    // a symbolic link to a folder inside a folder being encrypted
+    EmptyFolder,     // a folder without entries: the format holds files only
+    NameNotStorable, // a name with characters Windows-1252 lacks (they would become "?")
+    DuplicateName,   // two entries with the same stored name
     WriteFailed,     // the output could not be written, renamed or its folder made
     NoUsableContent, // the container is too short or its index is garbled
     WrongPassphrase, // the first record does not decrypt to a consistent header

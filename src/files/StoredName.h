@@ -25,6 +25,11 @@ inline constexpr std::string_view kLoneFileRelativePath = "/";
 [[nodiscard]] std::string StoredNameFor(std::string_view utf8Path,
                                         std::string_view utf8RelativePath);
 
+// StoredNameSource is the UTF-8 text a list entry's stored name is made from: the file's
+// own name for a lone file, else its relative path.
+[[nodiscard]] std::string_view StoredNameSource(std::string_view utf8Path,
+                                                std::string_view utf8RelativePath);
+
 // IsSafeStoredName is true when a stored name stays below the folder it is restored into:
 // not empty, not absolute, no drive letter, no control character (NUL, ESC, CR, LF, ...),
 // and no empty, "." or ".." component
