@@ -41,8 +41,8 @@ std::string FileErrorMessage(const FileJobResult& result) {
         return result.name + ": refused, the container would be one of the inputs or lie in a "
                              "folder being encrypted";
     case FileError::NameTooLong:
-        return result.name + ": its stored name would be longer than 255 bytes, which other "
-                             "copies of Kelvora cannot read";
+        return result.name + ": refused, a name longer than 255 bytes (other copies of Kelvora "
+                             "cannot read it, Linux cannot create it)";
     case FileError::UnsafeName:
         return result.name.empty()
                    ? "some files were refused: their stored names are unsafe"

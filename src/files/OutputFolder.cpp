@@ -44,7 +44,8 @@ bool OutputFolder::Open(const std::string& root, int* error) {
     std::filesystem::create_directories(root, made);
     m_root = OpenFolder(root);
     if (!m_root.Valid()) {
-        *error = errno;
+        // The folder's own error (no permission, a full disk) says more than ENOENT.
+        *error = made ? made.value() : errno;
         return false;
     }
     return true;

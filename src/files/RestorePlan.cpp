@@ -3,6 +3,8 @@
 #include "files/ContainerSession.h"
 #include "files/StoredName.h"
 
+#include <cerrno>
+
 namespace kelvora {
 
 namespace {
@@ -30,7 +32,29 @@ private:
     std::set<std::string> m_planned;
 };
 
+// TooLongForLinux is true when a part of the path is longer than a Linux file name can be.
+bool TooLongForLinux(const std::string& relative) {
+    constexpr std::size_t kMaxNameBytes = 255;
+    std::size_t start = 0;
+    for (std::size_t slash = relative.find('/');; slash = relative.find('/', start)) {
+        const std::size_t end = slash == std::string::npos ? relative.size() : slash;
+        if (end - start > kMaxNameBytes) {
+            return true;
+        }
+        if (slash == std::string::npos) {
+            return false;
+        }
+        start = slash + 1;
+    }
+}
+
 void Planner::Decide(PlannedFile& file) {
+    if (TooLongForLinux(file.relative)) {
+        file.action = PlannedFile::Action::LeaveOut;
+        file.why = FileError::NameTooLong;
+        file.systemError = ENAMETOOLONG;
+        return;
+    }
     const Spot spot = m_folder.Look(file.relative);
     if (spot.state == SpotState::Blocked) {
         file.action = PlannedFile::Action::LeaveOut;

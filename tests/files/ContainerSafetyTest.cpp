@@ -1,6 +1,8 @@
 #include "FileTestSupport.h"
+#include "crypto/KeyRules.h"
 #include "files/ContainerFormat.h"
 #include "files/ContainerIndex.h"
+#include "files/DecryptJob.h"
 #include "files/LittleEndian.h"
 
 #include <cerrno>
@@ -242,6 +244,65 @@ INSTANTIATE_TEST_SUITE_P(Answers, ExistingFile,
                          ::testing::Values(AnotherNameCase{"AnotherName", "out/b.txt"},
                                            AnotherNameCase{"NoOtherNameSkips", nullptr}),
                          [](const auto& info) { return info.param.name; });
+
+} // namespace
+} // namespace kelvora
+
+namespace kelvora {
+namespace {
+
+using namespace kelvora::testing;
+
+// Containers that hold no record, or whose index length lies where the search must not look.
+struct NoContentCase {
+    const char* name;
+    Bytes container;
+};
+
+class NoRecord : public ::testing::TestWithParam<NoContentCase> {};
+
+TEST_P(NoRecord, HasNoUsableContentUnderAnyPassphrase) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "c.vexo", GetParam().container);
+    ScriptedObserver observer;
+    const SecretBytes key = MakePassphraseKey("any passphrase at all");
+    EXPECT_EQ(TestContainer(DecryptRequest{scratch / "c.vexo", {}, &key}, observer).error,
+              FileError::NoUsableContent);
+    EXPECT_EQ(DecryptTo(scratch / "c.vexo", scratch / "out", observer).error,
+              FileError::NoUsableContent);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, NoRecord,
+    ::testing::Values(NoContentCase{"OneEmptyEntry", {0x00, 0xFF, 0x01, 0x00}},
+                      NoContentCase{"ThreeEmptyEntries", {0x00, 0xFF, 0xFF, 0xFF, 0x03}},
+                      // Of 5 bytes only the last 2 are searched: the 255 in byte 2 is not.
+                      NoContentCase{"SeparatorBeforeTheSearchedBytes",
+                                    {0x00, 0xFF, 0x01, 0x02, 0x03}}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(DecryptContainer, ANameLinuxCannotTakeIsLeftOutAndTheRestRestored) {
+    ScratchFolder scratch;
+    // 200 characters of "ä" are 200 bytes stored and 400 bytes in UTF-8.
+    WriteFile(scratch / "c.vexo",
+              BuildContainer({{std::string(200, '\xe4'), {'x'}}, {"fine.txt", {'f'}}}));
+    ScriptedObserver observer;
+    const FileJobResult result = DecryptTo(scratch / "c.vexo", scratch / "out", observer);
+    EXPECT_EQ(result.error, FileError::EntriesLeftOut);
+    ASSERT_EQ(result.omitted.size(), 1u);
+    EXPECT_EQ(result.omitted[0].why, FileError::NameTooLong);
+    EXPECT_EQ(FilesBelow(scratch / "out"), std::vector<std::string>{"fine.txt"});
+}
+
+TEST(DecryptContainer, AFolderThatCannotBeMadeReportsItsOwnError) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "c.vexo", BuildContainer({{"a.txt", {'a'}}}));
+    WriteFile(scratch / "file", {'f'});
+    ScriptedObserver observer;
+    const FileJobResult result = DecryptTo(scratch / "c.vexo", scratch / "file/out", observer);
+    EXPECT_EQ(result.error, FileError::WriteFailed);
+    EXPECT_EQ(result.systemError, ENOTDIR);
+}
 
 } // namespace
 } // namespace kelvora
