@@ -64,6 +64,13 @@ void CliFileObserver::OnFileRefused(std::size_t, const std::string& name, FileEr
     m_context.err << "kelvora-cli: " << Printable(FileErrorMessage(refused)) << '\n';
 }
 
+void CliFileObserver::OnNameOnlyThisProgramReads(const std::string& path) {
+    ClearProgress();
+    m_context.err << "kelvora-cli: warning: " << Printable(path)
+                  << ": its stored name is longer than 255 bytes; other copies of Kelvora "
+                     "cannot restore it\n";
+}
+
 void CliFileObserver::OnBytesDone(std::int64_t bytes) {
     m_done += bytes;
     DrawProgress(false);

@@ -34,6 +34,7 @@ public:
     void OnFileDone(std::size_t index, const std::string& path) override;
     void OnFileRefused(std::size_t index, const std::string& name, FileError why) override;
     void OnFileSkipped(std::size_t index, const std::string& path) override;
+    void OnNameOnlyThisProgramReads(const std::string& path) override;
     void OnBytesDone(std::int64_t bytes) override;
     bool AskReplaceContainer(const std::string& path) override;
     ExistingFileAnswer AskExistingFile(const std::string& path) override;

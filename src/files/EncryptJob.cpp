@@ -34,7 +34,7 @@ FileJobResult CheckStoredNames(const std::vector<std::string>& names,
             return Failure(FileError::DuplicateName, i, 0,
                            entries[first->second].path + " and " + entries[i].path, 0);
         }
-        if (names[i].size() > kMaxStoredNameBytes) {
+        if (names[i].size() > kLongestNameBytes) {
             return Failure(FileError::NameTooLong, i, 0, entries[i].path, 0);
         }
         if (!IsSafeStoredName(names[i])) {
@@ -184,6 +184,11 @@ FileJobResult EncryptFiles(const EncryptRequest& request, FileJobObserver& obser
     const bool replace = PathExists(request.outputPath);
     if (replace && !observer.AskReplaceContainer(request.outputPath)) {
         return Failure(FileError::OutputExists, 0, 0, request.outputPath, 0);
+    }
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (names[i].size() > kMaxStoredNameBytes) {
+            observer.OnNameOnlyThisProgramReads(request.entries[i].path);
+        }
     }
     std::vector<OmittedEntry> omitted;
     for (const OmittedEntry& passed : request.passedOver) {

@@ -54,6 +54,10 @@ public:
         (void)index;
         (void)path;
     }
+    // OnNameOnlyThisProgramReads warns that a file's stored name is longer than 255 bytes:
+    // it is stored as the format says (byte 33 holds its length modulo 256), so this program
+    // restores it, other copies cannot.
+    virtual void OnNameOnlyThisProgramReads(const std::string& path) { (void)path; }
     // OnBytesDone adds the bytes just worked through, for a bytes-and-speed display.
     virtual void OnBytesDone(std::int64_t bytes) { (void)bytes; }
 

@@ -14,6 +14,8 @@ inline constexpr char kPathSeparator = '/';
 // Byte 33 of a file's stream holds the name length modulo 256, so longer names cannot be
 // read back by other copies.
 inline constexpr std::size_t kMaxStoredNameBytes = 255;
+// The longest name this program stores and restores anyway (a Linux path's limit).
+inline constexpr std::size_t kLongestNameBytes = 4096;
 
 // The relative path of an entry added by itself: the stored name is then the file's own name.
 inline constexpr std::string_view kLoneFileRelativePath = "/";

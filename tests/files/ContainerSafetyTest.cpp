@@ -187,17 +187,46 @@ TEST(EncryptFiles, ReplacesAnExistingContainerOnlyWhenAllowed) {
     EXPECT_TRUE(DecryptTo(scratch / "c.vexo", scratch / "out", observer).ok());
 }
 
-TEST(EncryptFiles, RefusesAStoredNameOver255BytesBeforeWriting) {
+// Names of 256 bytes and more keep only their length modulo 256 in byte 33: the reader
+// finds the true length from the block (or the empty file's end) behind the name.
+struct LongNameCase {
+    const char* name;
+    std::size_t leafBytes; // below "folder1/", so the stored name is 8 bytes longer
+    std::size_t dataBytes;
+};
+
+class LongStoredName : public ::testing::TestWithParam<LongNameCase> {};
+
+struct WarningObserver final : ScriptedObserver {
+    void OnNameOnlyThisProgramReads(const std::string&) override { ++warnings; }
+    int warnings = 0;
+};
+
+TEST_P(LongStoredName, IsStoredWithAWarningAndRestoredExactly) {
     ScratchFolder scratch;
-    WriteFile(scratch / "folder1/" + std::string(247, 'n'), kSome); // "folder1\" and 247 bytes
-    ScriptedObserver observer;
-    EXPECT_TRUE(EncryptPaths({scratch / "folder1"}, scratch / "ok.vexo", observer).ok());
-    WriteFile(scratch / "folder1/" + std::string(248, 'n'), kSome);
-    EXPECT_EQ(EncryptPaths({scratch / "folder1"}, scratch / "c.vexo", observer).error,
-              FileError::NameTooLong);
-    EXPECT_FALSE(PathExists(scratch / "c.vexo"));
-    EXPECT_EQ(EncryptPaths({}, scratch / "c.vexo", observer).error, FileError::NothingToDo);
+    const std::string leaf(GetParam().leafBytes, 'n');
+    const Bytes data = PatternBytes(GetParam().dataBytes, 4);
+    WriteFile(scratch / "folder1/" + leaf, data);
+    WarningObserver observer;
+    ASSERT_TRUE(EncryptPaths({scratch / "folder1"}, scratch / "c.vexo", observer).ok());
+    EXPECT_EQ(observer.warnings, GetParam().leafBytes + 8 > 255 ? 1 : 0);
+    const SecretBytes key = MakePassphraseKey(kPassphrase);
+    std::vector<ContainerEntry> entries;
+    ASSERT_TRUE(
+        ListContainer(DecryptRequest{scratch / "c.vexo", {}, &key}, entries, observer).ok());
+    ASSERT_EQ(entries.size(), 1u);
+    EXPECT_EQ(entries[0].name, "folder1/" + leaf);
+    EXPECT_EQ(entries[0].plainBytes, static_cast<std::int64_t>(data.size()));
+    ASSERT_TRUE(DecryptTo(scratch / "c.vexo", scratch / "out", observer).ok());
+    EXPECT_EQ(ReadFile(scratch / "out/folder1/" + leaf), data);
 }
+
+INSTANTIATE_TEST_SUITE_P(Cases, LongStoredName,
+                         ::testing::Values(LongNameCase{"Exactly255", 247, 10},
+                                           LongNameCase{"Exactly256", 248, 10},
+                                           LongNameCase{"LongestLinuxLeaf", 255, 3000},
+                                           LongNameCase{"EmptyFile", 250, 0}),
+                         [](const auto& info) { return info.param.name; });
 
 TEST(EncryptFiles, AnUnreadableInputIsNamedAndTheRestStored) {
     ScratchFolder scratch;
