@@ -4,10 +4,14 @@
 BUILD_DIR ?= build
 BENCH_DIR ?= build-bench
 PORTABLE_DIR ?= build-portable
+SANITIZE_DIR ?= build-sanitize
+FUZZ_DIR ?= build-fuzz
+# How long `make fuzz` runs each fuzz target, in seconds.
+FUZZ_SECONDS ?= 60
 JOBS ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: all deps configure build run test bench format screenshot package portable clean
+.PHONY: all deps configure build run test sanitize-test fuzz bench format screenshot package portable clean
 
 all: build
 
@@ -25,6 +29,19 @@ run: build
 
 test: build
 	cd $(BUILD_DIR) && ctest --output-on-failure -j $(JOBS)
+
+# The core and command-line tests once more, built with AddressSanitizer and
+# UndefinedBehaviorSanitizer.
+sanitize-test: deps
+	cmake -S . -B $(SANITIZE_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKELVORA_SANITIZE=ON -DKELVORA_BUILD_GUI=OFF $(CMAKE_FLAGS)
+	cmake --build $(SANITIZE_DIR) -j $(JOBS)
+	cd $(SANITIZE_DIR) && ctest --output-on-failure -j $(JOBS)
+
+# Every fuzz target for FUZZ_SECONDS, under both sanitizers (clang).
+fuzz: deps
+	CXX=clang++ cmake -S . -B $(FUZZ_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKELVORA_BUILD_FUZZ=ON -DKELVORA_SANITIZE=ON -DKELVORA_BUILD_GUI=OFF -DKELVORA_BUILD_TESTS=OFF $(CMAKE_FLAGS)
+	cmake --build $(FUZZ_DIR) -j $(JOBS)
+	./scripts/run-fuzz.sh $(FUZZ_DIR) $(FUZZ_SECONDS)
 
 bench: deps
 	cmake -S . -B $(BENCH_DIR) -DCMAKE_BUILD_TYPE=Release -DKELVORA_BUILD_BENCH=ON -DKELVORA_BUILD_TESTS=OFF -DKELVORA_BUILD_GUI=OFF
@@ -52,4 +69,4 @@ format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i
 
 clean:
-	rm -rf $(BUILD_DIR) $(BENCH_DIR) $(PORTABLE_DIR)
+	rm -rf $(BUILD_DIR) $(BENCH_DIR) $(PORTABLE_DIR) $(SANITIZE_DIR) $(FUZZ_DIR)

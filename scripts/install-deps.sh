@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(
-  build-essential cmake pkg-config clang-format
+  build-essential cmake pkg-config clang-format clang libclang-rt-14-dev
   qt6-base-dev qt6-base-dev-tools libgl-dev
   zlib1g-dev libdeflate-dev libgtest-dev libgmock-dev libbenchmark-dev
   libmcrypt-dev gnupg

@@ -1,10 +1,15 @@
 #include "cli/CliIo.h"
 
+#include "cli/Signals.h"
+#include "files/FileIo.h"
+
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <fstream>
 #include <iterator>
 #include <ostream>
+#include <span>
 #include <sstream>
 
 namespace kelvora::cli {
@@ -14,15 +19,27 @@ bool IsStandardStream(const std::optional<std::string>& path) {
     return !path || *path == "-";
 }
 
+// Interrupted is true after a stop signal: a read cut short by it is no end of input.
+bool Interrupted(std::string& error) {
+    if (CaughtSignal() != 0) {
+        error = "interrupted";
+        return true;
+    }
+    return false;
+}
+
 } // namespace
 
 bool ReadAll(CliContext& context, const std::optional<std::string>& path, std::string& data,
              std::string& error) {
     if (IsStandardStream(path)) {
         data.assign(std::istreambuf_iterator<char>(context.in), std::istreambuf_iterator<char>());
-        return true;
+        return !Interrupted(error);
     }
     std::ifstream file(*path, std::ios::binary);
+    if (Interrupted(error)) {
+        return false;
+    }
     if (!file) {
         error = "cannot read " + *path + ": " + std::strerror(errno);
         return false;
@@ -30,11 +47,11 @@ bool ReadAll(CliContext& context, const std::optional<std::string>& path, std::s
     std::ostringstream contents;
     contents << file.rdbuf();
     data = std::move(contents).str();
-    return true;
+    return !Interrupted(error);
 }
 
 bool WriteAll(CliContext& context, const std::optional<std::string>& path, std::string_view data,
-              std::string& error) {
+              bool replace, std::string& error) {
     if (IsStandardStream(path)) {
         context.out.write(data.data(), static_cast<std::streamsize>(data.size()));
         context.out.flush();
@@ -44,11 +61,21 @@ bool WriteAll(CliContext& context, const std::optional<std::string>& path, std::
         }
         return true;
     }
-    std::ofstream file(*path, std::ios::binary | std::ios::trunc);
-    file.write(data.data(), static_cast<std::streamsize>(data.size()));
-    file.close();
-    if (!file) {
-        error = "cannot write " + *path + ": " + std::strerror(errno);
+    if (!replace && PathExists(*path)) {
+        error = *path + " exists already (use --force to replace it)";
+        return false;
+    }
+    TempOutputFile file;
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(data.data());
+    if (!file.Create(*path) || !file.Write(std::span(bytes, data.size()))) {
+        error = "cannot write " + *path + ": " + std::strerror(file.LastError());
+        return false;
+    }
+    if (Interrupted(error)) {
+        return false;
+    }
+    if (!file.Commit(replace)) {
+        error = "cannot write " + *path + ": " + std::strerror(file.LastError());
         return false;
     }
     return true;

@@ -3,6 +3,7 @@
 #include "cli/FileCommands.h"
 #include "cli/TextCommands.h"
 #include "cli/ToolCommands.h"
+#include "common/Printable.h"
 #include "common/Version.h"
 #include "crypto/CipherPath.h"
 
@@ -88,7 +89,8 @@ int RunCli(CliContext& context, std::span<const std::string> args) {
 }
 
 int Fail(CliContext& context, int status, std::string_view message) {
-    context.err << "kelvora-cli: " << message << '\n';
+    // Messages may quote names from files and containers; they never reach the terminal raw.
+    context.err << "kelvora-cli: " << Printable(message) << '\n';
     return status;
 }
 

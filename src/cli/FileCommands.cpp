@@ -10,8 +10,10 @@
 
 #include <array>
 #include <filesystem>
+#include <optional>
 #include <ostream>
 #include <system_error>
+#include <utility>
 
 namespace kelvora::cli {
 namespace {
@@ -19,12 +21,14 @@ namespace {
 constexpr OptionSpec kFolderOption{"directory", 'C', true};
 constexpr OptionSpec kOverwriteOption{"overwrite", '\0', false};
 constexpr OptionSpec kSkipExistingOption{"skip-existing", '\0', false};
+constexpr OptionSpec kRenameOption{"rename", '\0', false};
 constexpr OptionSpec kQuietOption{"quiet", 'q', false};
 
 constexpr std::array kEncryptOptions = {kOutputOption, kForceOption, kQuietOption,
                                         kPassphraseFileOption, kKeyFileOption};
-constexpr std::array kDecryptOptions = {kFolderOption, kOverwriteOption,      kSkipExistingOption,
-                                        kQuietOption,  kPassphraseFileOption, kKeyFileOption};
+constexpr std::array kDecryptOptions = {kFolderOption, kOverwriteOption, kSkipExistingOption,
+                                        kRenameOption, kQuietOption,     kPassphraseFileOption,
+                                        kKeyFileOption};
 constexpr std::array kReadOptions = {kQuietOption, kPassphraseFileOption, kKeyFileOption};
 
 int JobFailed(CliContext& context, CliFileObserver& observer, const FileJobResult& result) {
@@ -65,6 +69,9 @@ int EncryptFilesRun(CliContext& context, const ParsedArgs& args) {
         return Fail(context, kExitUsage, "name the container with -o FILE");
     }
     if (list.Empty()) {
+        for (const OmittedEntry& passed : list.PassedOver()) {
+            Fail(context, kExitFailure, FileErrorMessage(Failure(passed.why, 0, 0, passed.name)));
+        }
         return Fail(context, kExitFailure, "the folders hold no files to encrypt");
     }
     ObtainedSecret secret = ObtainKey(context, args, KeyPurpose::Encrypt);
@@ -76,7 +83,8 @@ int EncryptFilesRun(CliContext& context, const ParsedArgs& args) {
     answers.quiet = args.Has(kQuietOption.longName);
     CliFileObserver observer(context, answers);
     SystemRandom random;
-    const EncryptRequest request{list.Entries(), output, &secret.key, &random, {}};
+    const EncryptRequest request{list.Entries(), output, &secret.key,
+                                 &random,        {},     list.PassedOver()};
     const FileJobResult result = EncryptFiles(request, observer);
     return result.ok() ? kExitSuccess : JobFailed(context, observer, result);
 }
@@ -94,9 +102,30 @@ ObtainedSecret StartReading(CliContext& context, const ParsedArgs& args) {
     return ObtainKey(context, args, KeyPurpose::Decrypt);
 }
 
+// ExistingFileAnswerOf gives the answer the options choose for files that exist already, or
+// nothing when more than one was given.
+std::optional<ExistingFileAnswer> ExistingFileAnswerOf(const ParsedArgs& args) {
+    constexpr std::array<std::pair<const OptionSpec*, ExistingFileAnswer>, 3> kAnswers = {{
+        {&kOverwriteOption, ExistingFileAnswer::Overwrite},
+        {&kSkipExistingOption, ExistingFileAnswer::Skip},
+        {&kRenameOption, ExistingFileAnswer::Rename},
+    }};
+    std::optional<ExistingFileAnswer> answer = ExistingFileAnswer::Cancel;
+    int given = 0;
+    for (const auto& [option, meaning] : kAnswers) {
+        if (args.Has(option->longName)) {
+            answer = meaning;
+            ++given;
+        }
+    }
+    return given > 1 ? std::nullopt : answer;
+}
+
 int DecryptFilesRun(CliContext& context, const ParsedArgs& args) {
-    if (args.Has(kOverwriteOption.longName) && args.Has(kSkipExistingOption.longName)) {
-        return Fail(context, kExitUsage, "--overwrite and --skip-existing exclude each other");
+    const auto existing = ExistingFileAnswerOf(args);
+    if (!existing) {
+        return Fail(context, kExitUsage,
+                    "--overwrite, --skip-existing and --rename exclude each other");
     }
     const ObtainedSecret secret = StartReading(context, args);
     if (!secret.ok()) {
@@ -105,20 +134,16 @@ int DecryptFilesRun(CliContext& context, const ParsedArgs& args) {
     FileJobAnswers answers;
     answers.quiet = args.Has(kQuietOption.longName);
     answers.listRestored = true;
-    if (args.Has(kOverwriteOption.longName)) {
-        answers.existingFile = ExistingFileAnswer::Overwrite;
-    } else if (args.Has(kSkipExistingOption.longName)) {
-        answers.existingFile = ExistingFileAnswer::Skip;
-    }
+    answers.existingFile = *existing;
     CliFileObserver observer(context, answers);
     const DecryptRequest request{args.operands[0], args.Value(kFolderOption.longName).value_or("."),
                                  &secret.key};
     const FileJobResult result = DecryptContainer(request, observer);
-    if (result.error == FileError::Cancelled && observer.RefusedExisting()) {
+    if (result.error == FileError::OutputExists) {
         observer.ClearProgress();
-        return Fail(context, kExitFailure,
-                    *observer.RefusedExisting() +
-                        " exists already (use --overwrite or --skip-existing)");
+        for (const OmittedEntry& conflict : result.omitted) {
+            Fail(context, kExitFailure, conflict.name + " exists already");
+        }
     }
     return result.ok() ? kExitSuccess : JobFailed(context, observer, result);
 }
@@ -182,14 +207,19 @@ const Command EncryptFilesCommand{
 
 const Command DecryptFilesCommand{
     "decrypt", "restore the files of a .vexo container",
-    "Usage: kelvora-cli decrypt CONTAINER [-C DIR] [--overwrite | --skip-existing] [-q]\n"
-    "                           [-p FILE] [--key-file FILE]...\n"
+    "Usage: kelvora-cli decrypt CONTAINER [-C DIR] [--overwrite | --skip-existing | --rename]\n"
+    "                           [-q]"
+    " [-p FILE] [--key-file FILE]...\n"
     "Restores every file of CONTAINER below DIR (default: the current folder), creating\n"
     "its folders, and prints one line per file restored. A wrong passphrase is found before\n"
-    "anything is written; names that would leave DIR are refused.\n\n"
+    "anything is written; names that would leave DIR or pass through a symbolic link are\n"
+    "refused. Every file that exists already (or that the container holds twice) is found\n"
+    "before anything is written; without one of the three options below nothing is written.\n\n"
     "  -C, --directory DIR         restore below DIR\n"
     "      --overwrite             replace files that exist already\n"
-    "      --skip-existing         leave files that exist already as they are\n"
+    "      --skip-existing         leave files that exist already as they are (named on\n"
+    "                              standard error)\n"
+    "      --rename                restore as \"name (2).ext\", the first number free\n"
     "  -q, --quiet                 no progress on the terminal\n"
     "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
     "      --key-file FILE         a shared-security key, given once per key, key 1 first\n\n"

@@ -31,14 +31,46 @@ std::string FileErrorMessage(const FileJobResult& result) {
     case FileError::NothingToDo:
         return "nothing to do: no files, no output name or no passphrase";
     case FileError::OutputExists:
+        if (result.name.empty()) {
+            return std::to_string(result.omitted.size()) +
+                   (result.omitted.size() == 1 ? " file exists" : " files exist") +
+                   " already (use --overwrite, --skip-existing or --rename); nothing was written";
+        }
         return result.name + " exists already (use --force to replace it)";
+    case FileError::OutputIsInput:
+        return result.name + ": refused, the container would be one of the inputs or lie in a "
+                             "folder being encrypted";
     case FileError::NameTooLong:
-        return result.name + ": its stored name would be longer than 255 bytes, which other "
-                             "copies of Kelvora cannot read";
+        return result.name + ": refused, a name longer than 255 bytes (other copies of Kelvora "
+                             "cannot read it, Linux cannot create it)";
     case FileError::UnsafeName:
         return result.name.empty()
-                   ? "some files were refused: their stored names would leave the output folder"
-                   : result.name + ": refused, its stored name would leave the output folder";
+                   ? "some files were refused: their stored names are unsafe"
+                   : result.name + ": refused, its stored name would leave the output folder "
+                                   "or holds control characters";
+    case FileError::LinkInPath:
+        return WithSystemError(result.name + ": refused, a folder on its way is a symbolic link "
+                                             "or no folder",
+                               result.systemError);
+    case FileError::EntriesLeftOut:
+        return std::to_string(result.omitted.size()) +
+               (result.omitted.size() == 1 ? " entry was" : " entries were") +
+               " left out (named above)";
+    case FileError::NotRegularFile:
+        return result.name + ": refused, not a regular file (a FIFO, socket or device)";
+    case FileError::SizeUnknown:
+        return result.name + ": refused, its size is not known in advance (it reads 0 bytes "
+                             "but holds data)";
+    case FileError::LinkToFolder:
+        return result.name + ": left out, a symbolic link to a folder (not followed)";
+    case FileError::EmptyFolder:
+        return result.name + ": left out, an empty folder (a container holds files only)";
+    case FileError::NameNotStorable:
+        return result.name + ": refused, its name holds characters a container cannot store "
+                             "(outside Windows-1252); nothing was written";
+    case FileError::DuplicateName:
+        return result.name + ": refused, both would be stored under the same name; nothing "
+                             "was written";
     case FileError::ReadFailed:
         return WithSystemError("cannot read " + result.name, result.systemError);
     case FileError::WriteFailed:

@@ -1,19 +1,14 @@
 #include "cli/FileProgress.h"
 
-#include <atomic>
-#include <csignal>
+#include "cli/FileErrorText.h"
+#include "cli/Signals.h"
+#include "common/Printable.h"
+
 #include <cstdio>
 #include <ostream>
 
 namespace kelvora::cli {
 namespace {
-
-// Set by the Ctrl-C handler; read by the job between chunks and at every event check.
-std::atomic<bool> g_interrupted{false};
-
-extern "C" void OnInterrupt(int) {
-    g_interrupted = true;
-}
 
 constexpr auto kDrawInterval = std::chrono::milliseconds(200);
 constexpr double kMega = 1e6;
@@ -41,20 +36,14 @@ std::string ProgressLine(std::int64_t done, std::int64_t total, double seconds) 
 }
 
 CliFileObserver::CliFileObserver(CliContext& context, FileJobAnswers answers)
-    : m_context(context), m_answers(answers), m_draw(context.showProgress && !answers.quiet) {
-    g_interrupted = false;
-    std::signal(SIGINT, OnInterrupt);
-    std::signal(SIGTERM, OnInterrupt);
-}
+    : m_context(context), m_answers(answers), m_draw(context.showProgress && !answers.quiet) {}
 
 CliFileObserver::~CliFileObserver() {
     ClearProgress();
-    std::signal(SIGINT, SIG_DFL);
-    std::signal(SIGTERM, SIG_DFL);
 }
 
 bool CliFileObserver::CancelRequested() {
-    return g_interrupted;
+    return CaughtSignal() != 0;
 }
 
 void CliFileObserver::OnJobStarted(std::size_t, std::int64_t totalBytes) {
@@ -65,16 +54,21 @@ void CliFileObserver::OnJobStarted(std::size_t, std::int64_t totalBytes) {
 void CliFileObserver::OnFileDone(std::size_t, const std::string& path) {
     if (m_answers.listRestored) {
         ClearProgress();
-        m_context.out << (path.starts_with("./") ? path.substr(2) : path) << '\n';
+        m_context.out << Printable(path.starts_with("./") ? path.substr(2) : path) << '\n';
     }
 }
 
 void CliFileObserver::OnFileRefused(std::size_t, const std::string& name, FileError why) {
     ClearProgress();
-    m_context.err << "kelvora-cli: " << name
-                  << (why == FileError::UnsafeName
-                          ? ": refused, the stored name would leave the output folder\n"
-                          : ": refused\n");
+    FileJobResult refused = Failure(why, 0, 0, name);
+    m_context.err << "kelvora-cli: " << Printable(FileErrorMessage(refused)) << '\n';
+}
+
+void CliFileObserver::OnNameOnlyThisProgramReads(const std::string& path) {
+    ClearProgress();
+    m_context.err << "kelvora-cli: warning: " << Printable(path)
+                  << ": its stored name is longer than 255 bytes; other copies of Kelvora "
+                     "cannot restore it\n";
 }
 
 void CliFileObserver::OnBytesDone(std::int64_t bytes) {
@@ -86,11 +80,15 @@ bool CliFileObserver::AskReplaceContainer(const std::string&) {
     return m_answers.replaceContainer;
 }
 
-ExistingFileAnswer CliFileObserver::AskExistingFile(const std::string& path) {
-    if (m_answers.existingFile == ExistingFileAnswer::Cancel) {
-        m_refusedExisting = path;
-    }
+ExistingFileAnswer CliFileObserver::AskExistingFile(const std::string&) {
     return m_answers.existingFile;
+}
+
+void CliFileObserver::OnFileSkipped(std::size_t, const std::string& path) {
+    ClearProgress();
+    m_context.err << "kelvora-cli: skipped "
+                  << Printable(path.starts_with("./") ? path.substr(2) : path)
+                  << ": exists already\n";
 }
 
 void CliFileObserver::DrawProgress(bool force) {

@@ -20,7 +20,8 @@ struct FileJobAnswers {
 
 // CliFileObserver answers a file job from the options, prints the restored files on
 // standard output, draws progress (bytes, MB/s, time left) on standard error when that is
-// a terminal, and turns Ctrl-C into a clean cancel so that no partial output stays.
+// a terminal, and cancels the job cleanly on a stop signal (StopSignals) so that no partial output
+// stays.
 class CliFileObserver final : public FileJobObserver {
 public:
     CliFileObserver(CliContext& context, FileJobAnswers answers);
@@ -32,12 +33,12 @@ public:
     void OnJobStarted(std::size_t fileCount, std::int64_t totalBytes) override;
     void OnFileDone(std::size_t index, const std::string& path) override;
     void OnFileRefused(std::size_t index, const std::string& name, FileError why) override;
+    void OnFileSkipped(std::size_t index, const std::string& path) override;
+    void OnNameOnlyThisProgramReads(const std::string& path) override;
     void OnBytesDone(std::int64_t bytes) override;
     bool AskReplaceContainer(const std::string& path) override;
     ExistingFileAnswer AskExistingFile(const std::string& path) override;
 
-    // RefusedExisting names the file whose existence ended the job, if one did.
-    const std::optional<std::string>& RefusedExisting() const { return m_refusedExisting; }
     // ClearProgress erases the progress line before the command prints its result.
     void ClearProgress();
 
@@ -52,7 +53,6 @@ private:
     std::int64_t m_done = 0;
     std::chrono::steady_clock::time_point m_start;
     std::chrono::steady_clock::time_point m_lastDraw;
-    std::optional<std::string> m_refusedExisting;
 };
 
 // ProgressLine formats the progress text: bytes done of total, speed in MB/s and the time

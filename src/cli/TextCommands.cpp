@@ -18,9 +18,9 @@ constexpr OptionSpec kLanguageOption{"lang", '\0', true};
 constexpr OptionSpec kNoBannerOption{"no-banner", '\0', false};
 constexpr OptionSpec kReplaceUnsupportedOption{"replace-unsupported", '\0', false};
 
-constexpr std::array kEncryptOptions = {kInputOption,          kOutputOption,
-                                        kLanguageOption,       kReplaceUnsupportedOption,
-                                        kPassphraseFileOption, kKeyFileOption};
+constexpr std::array kEncryptOptions = {
+    kInputOption, kOutputOption,         kLanguageOption, kReplaceUnsupportedOption,
+    kForceOption, kPassphraseFileOption, kKeyFileOption};
 constexpr std::array kDecryptOptions = {kInputOption, kOutputOption,         kNoBannerOption,
                                         kForceOption, kPassphraseFileOption, kKeyFileOption};
 
@@ -99,7 +99,7 @@ int EncryptText(CliContext& context, const ParsedArgs& args) {
     SystemRandom random;
     const TextResult result = kelvora::EncryptText(cipher, secret.key.bytes(), plain.str(), random);
     if (!WriteAll(context, args.Value(kOutputOption.longName), FromCrLf(result.text) + "\n",
-                  error)) {
+                  args.Has(kForceOption.longName), error)) {
         return Fail(context, kExitFailure, error);
     }
     return kExitSuccess;
@@ -136,7 +136,8 @@ int DecryptText(CliContext& context, const ParsedArgs& args) {
     const std::string_view text =
         args.Has(kNoBannerOption.longName) ? WithoutBannerLine(shown.str()) : shown.str();
     SecretString output(Utf8FromAnsi(FromCrLf(text)));
-    if (!WriteAll(context, args.Value(kOutputOption.longName), output.str(), error)) {
+    if (!WriteAll(context, args.Value(kOutputOption.longName), output.str(),
+                  args.Has(kForceOption.longName), error)) {
         return Fail(context, kExitFailure, error);
     }
     return kExitSuccess;
@@ -147,12 +148,13 @@ int DecryptText(CliContext& context, const ParsedArgs& args) {
 const Command EncryptTextCommand{
     "encrypt-text", "encrypt a text into printable lines",
     "Usage: kelvora-cli encrypt-text [--lang de|en|es|fr] [--replace-unsupported] [-i FILE]\n"
-    "                                [-o FILE] [-p FILE | --key-file FILE...]\n"
+    "                                [-o FILE [--force]] [-p FILE | --key-file FILE...]\n"
     "Encrypts a UTF-8 text (standard input by default) into Base64 lines of 76 characters\n"
     "(standard output by default). The decrypted text begins with a line saying it was\n"
     "encrypted with Kelvora, in the language --lang picks (default en).\n\n"
     "  -i, --input FILE            read the text from FILE\n"
     "  -o, --output FILE           write the encrypted text to FILE\n"
+    "      --force                 replace FILE when it exists already\n"
     "      --lang CODE             language of the first line: de, en, es or fr\n"
     "      --replace-unsupported   encrypt \"?\" for characters outside Windows-1252 and NULs\n"
     "                              instead of refusing the text\n"
@@ -175,7 +177,8 @@ const Command DecryptTextCommand{
     "  -i, --input FILE            read the encrypted text from FILE\n"
     "  -o, --output FILE           write the text to FILE\n"
     "      --no-banner             leave out the first line when it is the Kelvora line\n"
-    "      --force                 write the result even when the passphrase looks wrong\n"
+    "      --force                 replace FILE when it exists already, and write the result\n"
+    "                              even when the passphrase looks wrong\n"
     "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
     "      --key-file FILE         a shared-security key, given once per key, key 1 first\n"
     "                              (1 to 10 files; each file's first line is the key)\n\n"

@@ -1,4 +1,5 @@
 #include "cli/Commands.h"
+#include "cli/Signals.h"
 #include "cli/TerminalPrompt.h"
 
 #include <cstdlib>
@@ -21,7 +22,11 @@ int main(int argc, char** argv) {
         prompt.get(),
         isatty(STDERR_FILENO) == 1,
     };
+    const kelvora::cli::StopSignals stopSignals;
     const int status = kelvora::cli::RunCli(context, args);
     std::cout.flush();
+    if (const int signal = kelvora::cli::CaughtSignal(); signal != 0) {
+        return kelvora::cli::kSignalExitBase + signal;
+    }
     return status;
 }

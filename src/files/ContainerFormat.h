@@ -29,7 +29,7 @@ constexpr std::size_t RoundUpToCipherBlock(std::size_t n) {
 // The largest payload a record can have: a first chunk with the longest name and a block of
 // incompressible data. Anything longer is damage, never a reason to allocate.
 inline constexpr std::size_t kMaxRecordPayload = RoundUpToCipherBlock(
-    kStreamHeaderBytes + kMaxStoredNameBytes + kBlockHeaderBytes + CompressCapacity(kChunkBytes));
+    kStreamHeaderBytes + kLongestNameBytes + kBlockHeaderBytes + CompressCapacity(kChunkBytes));
 
 // FirstChunkRoom is how many file bytes the first chunk holds beside a name of nameBytes.
 constexpr std::size_t FirstChunkRoom(std::size_t nameBytes) {

@@ -10,7 +10,7 @@ namespace {
 // The first record's header with the longest name and a block header fits in these bytes;
 // an empty file's whole first record does too.
 constexpr std::size_t kFirstRecordHead =
-    RoundUpToCipherBlock(kStreamHeaderBytes + kMaxStoredNameBytes + kBlockHeaderBytes);
+    RoundUpToCipherBlock(kStreamHeaderBytes + kLongestNameBytes + kBlockHeaderBytes);
 
 struct SizeScan {
     FileError error = FileError::None;

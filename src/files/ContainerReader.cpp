@@ -17,13 +17,17 @@ constexpr std::size_t kIndexPieceBytes = 65536;
 
 FileError ContainerReader::Open(const std::string& path) {
     if (!m_file.Open(path)) {
-        return FileError::ReadFailed;
+        return m_file.NotRegular() ? FileError::NotRegularFile : FileError::ReadFailed;
     }
     const std::int64_t size = m_file.Size();
     if (size < kMinContainerBytes) {
         return FileError::NoUsableContent;
     }
-    Bytes tail(static_cast<std::size_t>(std::min<std::int64_t>(size, kIndexTailBytes)));
+    // The index length is searched in the last 101 bytes, or in all but the first 3 bytes of
+    // a shorter container, as other copies of the program search it.
+    const auto tailBytes = static_cast<std::int64_t>(kIndexTailBytes);
+    const std::int64_t searched = size >= tailBytes ? tailBytes : size - 3;
+    Bytes tail(static_cast<std::size_t>(searched));
     if (!m_file.ReadAt(size - static_cast<std::int64_t>(tail.size()), tail)) {
         return FileError::ReadFailed;
     }
@@ -46,7 +50,9 @@ FileError ContainerReader::Open(const std::string& path) {
     if (m_walkFailed) {
         return FileError::ReadFailed;
     }
-    return step == WalkStep::Garbled ? FileError::NoUsableContent : FileError::None;
+    // An index of empty counts names no record: nothing to list, test or restore.
+    return step == WalkStep::Garbled || m_recordsBytes == 0 ? FileError::NoUsableContent
+                                                            : FileError::None;
 }
 
 void ContainerReader::Rewind() {

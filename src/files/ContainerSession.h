@@ -40,7 +40,8 @@ private:
 [[nodiscard]] FileJobResult WalkResult(const ContainerReader& reader,
                                        const std::string& containerPath);
 
-// DisplayName turns a stored name into text for a person: UTF-8 with "/" between folders.
+// DisplayName turns a stored name into text for a person: UTF-8 with "/" between folders,
+// control characters escaped (Printable).
 [[nodiscard]] std::string DisplayName(const std::string& ansiName);
 
 } // namespace kelvora

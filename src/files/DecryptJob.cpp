@@ -1,19 +1,23 @@
 #include "files/DecryptJob.h"
 
 #include "common/Ansi.h"
+#include "common/Printable.h"
 #include "files/ContainerSession.h"
 #include "files/FileIo.h"
 #include "files/ParallelCompressor.h"
+#include "files/OutputFolder.h"
+#include "files/RestorePlan.h"
 #include "files/StoredName.h"
 
 #include <algorithm>
+#include <cerrno>
 
 namespace kelvora {
 
 std::string DisplayName(const std::string& ansiName) {
     std::string name = Utf8FromAnsi(ansiName);
     std::replace(name.begin(), name.end(), kStoredSeparator, kPathSeparator);
-    return name;
+    return Printable(name);
 }
 
 FileJobResult WalkResult(const ContainerReader& reader, const std::string& containerPath) {
@@ -75,68 +79,68 @@ void ContainerSession::DecodeAhead(const std::string& containerPath, DecodeWorke
 
 namespace {
 
-enum class Target { Write, Skip, Cancel };
-
-// ChooseTarget settles where a file goes when its path is taken already.
-Target ChooseTarget(std::string& path, bool& replace, FileJobObserver& observer) {
-    replace = false;
-    while (PathExists(path)) {
-        switch (observer.AskExistingFile(path)) {
-        case ExistingFileAnswer::Overwrite:
-            replace = true;
-            return Target::Write;
-        case ExistingFileAnswer::AnotherName:
-            if (auto other = observer.AskAnotherName(path); other && !other->empty()) {
-                path = *other;
-                continue;
-            }
-            return Target::Skip;
-        case ExistingFileAnswer::Skip:
-            return Target::Skip;
-        case ExistingFileAnswer::Cancel:
-            return Target::Cancel;
-        }
+// OpenTarget prepares the unfinished output file of a planned file.
+bool OpenTarget(const OutputFolder& folder, const PlannedFile& file, TempOutputFile& output,
+                int* error) {
+    if (!file.elsewhere.empty()) {
+        const bool created = output.Create(file.elsewhere);
+        *error = output.LastError();
+        return created;
     }
-    return Target::Write;
+    UniqueFd parent = folder.OpenParent(file.relative, error);
+    if (!parent.Valid()) {
+        return false;
+    }
+    const bool created = output.CreateIn(std::move(parent), LeafOf(file.relative));
+    *error = output.LastError();
+    return created;
 }
 
-FileJobResult RestoreFile(ContainerSession& session, const FileRange& range,
-                          const std::string& folder, FileJobObserver& observer, bool& refused) {
-    const std::size_t index = range.index;
+// RestoreFile writes one planned file. A link that appeared on its way since planning
+// turns the file into one left out rather than ending the run.
+FileJobResult RestoreFile(ContainerSession& session, const OutputFolder& folder,
+                          const std::string& root, PlannedFile& file, FileJobObserver& observer) {
+    const std::size_t index = file.range.index;
     FirstRecord first;
-    if (FileError error = session.Decryptor().ReadFirst(range, first); error != FileError::None) {
+    if (FileError error = session.Decryptor().ReadFirst(file.range, first);
+        error != FileError::None) {
         return Failure(error, index, 1);
     }
-    const std::string shown = DisplayName(first.ansiName);
-    observer.OnFileStarted(index, shown);
-    const auto relative = RelativePathFromStoredName(first.ansiName);
-    if (!relative) {
-        refused = true;
-        observer.OnFileRefused(index, shown, FileError::UnsafeName);
-        return {};
-    }
-    std::string path = folder + "/" + *relative;
-    bool replace = false;
-    const Target target = ChooseTarget(path, replace, observer);
-    if (target != Target::Write) {
-        return target == Target::Cancel ? Failure(FileError::Cancelled, index, 0, shown, 0)
-                                        : FileJobResult{};
-    }
-    int folderError = 0;
+    observer.OnFileStarted(index, file.shown);
+    const std::string path = file.elsewhere.empty() ? root + "/" + file.relative : file.elsewhere;
+    int openError = 0;
     TempOutputFile output;
-    if (!MakeFoldersFor(folder, *relative, &folderError) || !output.Create(path)) {
-        return Failure(FileError::WriteFailed, index, 0, path,
-                       folderError != 0 ? folderError : output.LastError());
+    if (!OpenTarget(folder, file, output, &openError)) {
+        if (openError == ELOOP || openError == ENOTDIR) {
+            file.action = PlannedFile::Action::LeaveOut;
+            file.why = FileError::LinkInPath;
+            file.systemError = openError;
+            return {};
+        }
+        return Failure(FileError::WriteFailed, index, 0, path, openError);
     }
-    const FileError error = session.Decryptor().Restore(range, output);
+    const FileError error = session.Decryptor().Restore(file.range, output);
     if (error != FileError::None) {
-        return Failure(error, index, session.Decryptor().FailedChunk(), shown, output.LastError());
+        return Failure(error, index, session.Decryptor().FailedChunk(), file.shown,
+                       output.LastError());
     }
-    if (!output.Commit(replace)) {
+    if (!output.Commit(file.replace)) {
         return Failure(FileError::WriteFailed, index, 0, path, output.LastError());
     }
     observer.OnFileDone(index, path);
     return {};
+}
+
+// LeaveOut names a file the run does not restore.
+void LeaveOut(const PlannedFile& file, std::vector<OmittedEntry>& omitted,
+              FileJobObserver& observer) {
+    omitted.push_back(OmittedEntry{file.shown, file.why, file.systemError});
+    observer.OnFileRefused(file.range.index, file.shown, file.why);
+}
+
+FileJobResult WithOmitted(FileJobResult result, std::vector<OmittedEntry> omitted) {
+    result.omitted = std::move(omitted);
+    return result;
 }
 
 } // namespace
@@ -152,22 +156,37 @@ FileJobResult DecryptContainer(const DecryptRequest& request, FileJobObserver& o
     }
     ContainerReader& reader = session.Reader();
     observer.OnJobStarted(reader.FileCount(), reader.RecordsBytes());
-    bool refused = false;
-    reader.Rewind();
-    for (FileRange range; reader.NextFile(range);) {
-        if (range.byteCount == 0) {
-            continue;
+    OutputFolder folder;
+    if (int error = 0; !folder.Open(request.outputFolder, &error)) {
+        return Failure(FileError::WriteFailed, 0, 0, request.outputFolder, error);
+    }
+    RestorePlan plan = PlanRestore(session, folder, request.outputFolder, observer);
+    if (!plan.failure.ok()) {
+        return plan.failure;
+    }
+    std::vector<OmittedEntry> omitted;
+    if (plan.cancelled) {
+        for (const std::string& path : plan.conflicts) {
+            omitted.push_back(OmittedEntry{path, FileError::OutputExists, 0});
         }
-        if (FileJobResult result =
-                RestoreFile(session, range, request.outputFolder, observer, refused);
-            !result.ok()) {
-            return result;
+        return WithOmitted(Failure(FileError::OutputExists), std::move(omitted));
+    }
+    for (PlannedFile& file : plan.files) {
+        if (file.action == PlannedFile::Action::Write) {
+            FileJobResult result =
+                RestoreFile(session, folder, request.outputFolder, file, observer);
+            if (!result.ok()) {
+                return WithOmitted(std::move(result), std::move(omitted));
+            }
+        }
+        if (file.action == PlannedFile::Action::Skip) {
+            observer.OnFileSkipped(file.range.index, request.outputFolder + "/" + file.relative);
+        } else if (file.action == PlannedFile::Action::LeaveOut) {
+            LeaveOut(file, omitted, observer);
         }
     }
-    if (FileJobResult walked = WalkResult(reader, request.containerPath); !walked.ok()) {
-        return walked;
-    }
-    return refused ? Failure(FileError::UnsafeName) : FileJobResult{};
+    return omitted.empty() ? FileJobResult{}
+                           : WithOmitted(Failure(FileError::EntriesLeftOut), std::move(omitted));
 }
 
 } // namespace kelvora

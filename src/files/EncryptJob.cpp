@@ -1,11 +1,16 @@
 #include "files/EncryptJob.h"
 
+#include "common/Ansi.h"
 #include "files/ContainerIndex.h"
 #include "files/ContainerWriter.h"
 #include "files/StoredName.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <map>
+#include <optional>
+#include <set>
 #include <sys/stat.h>
 #include <system_error>
 
@@ -13,12 +18,23 @@ namespace kelvora {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 // CheckStoredNames refuses, before anything is written, a name other copies could not read
 // back or that no reader could restore safely.
 FileJobResult CheckStoredNames(const std::vector<std::string>& names,
                                const std::vector<InputEntry>& entries) {
+    std::map<std::string, std::size_t> firstWithName;
     for (std::size_t i = 0; i < names.size(); ++i) {
-        if (names[i].size() > kMaxStoredNameBytes) {
+        if (!CheckAnsi(StoredNameSource(entries[i].path, entries[i].relativePath), NulRule::Refused)
+                 .ok()) {
+            return Failure(FileError::NameNotStorable, i, 0, entries[i].path, 0);
+        }
+        if (const auto [first, added] = firstWithName.emplace(names[i], i); !added) {
+            return Failure(FileError::DuplicateName, i, 0,
+                           entries[first->second].path + " and " + entries[i].path, 0);
+        }
+        if (names[i].size() > kLongestNameBytes) {
             return Failure(FileError::NameTooLong, i, 0, entries[i].path, 0);
         }
         if (!IsSafeStoredName(names[i])) {
@@ -26,6 +42,50 @@ FileJobResult CheckStoredNames(const std::vector<std::string>& names,
         }
     }
     return {};
+}
+
+// ChosenFolderOf gives the folder a walked entry came from: its path up to the first folder
+// of its relative path ("/base/dir" for "/base/dir/sub/f" with "/dir/sub/f").
+std::optional<std::string> ChosenFolderOf(const InputEntry& entry) {
+    if (entry.relativePath == kLoneFileRelativePath || !entry.path.ends_with(entry.relativePath)) {
+        return std::nullopt;
+    }
+    const std::size_t base = entry.path.size() - entry.relativePath.size();
+    const std::size_t firstSlash = entry.path.find(kPathSeparator, base + 1);
+    return entry.path.substr(0, firstSlash);
+}
+
+bool IsSameFile(const struct stat& a, const struct stat& b) {
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+// OutputAmongInputs is true when the output is one of the inputs (by identity, so links
+// count) or lies below a folder being encrypted, where a later run would take it in.
+bool OutputAmongInputs(const std::string& output, const std::vector<InputEntry>& entries) {
+    struct stat outputInfo {};
+    const bool outputExists = ::stat(output.c_str(), &outputInfo) == 0;
+    std::error_code error;
+    const fs::path outputPath = fs::weakly_canonical(output, error);
+    std::set<std::string> folders;
+    for (const InputEntry& entry : entries) {
+        struct stat info {};
+        if (outputExists && ::stat(entry.path.c_str(), &info) == 0 &&
+            IsSameFile(info, outputInfo)) {
+            return true;
+        }
+        if (const auto folder = ChosenFolderOf(entry)) {
+            folders.insert(*folder);
+        }
+    }
+    for (const std::string& folder : folders) {
+        const fs::path root = fs::weakly_canonical(folder, error);
+        const auto [rootEnd, outputAt] =
+            std::mismatch(root.begin(), root.end(), outputPath.begin(), outputPath.end());
+        if (rootEnd == root.end()) {
+            return true;
+        }
+    }
+    return false;
 }
 
 std::int64_t PlainBytesOf(const std::vector<InputEntry>& entries) {
@@ -39,26 +99,57 @@ std::int64_t PlainBytesOf(const std::vector<InputEntry>& entries) {
     return total;
 }
 
-FileJobResult AppendAll(const EncryptRequest& request, const std::vector<std::string>& names,
-                        ByteSink& container, FileJobObserver& observer) {
+// ReadableInputs keeps the entries that can be stored and names every other one: what is
+// not a regular file (FIFO, socket, device: opening one could wait for ever), what cannot
+// be opened, and a file that claims 0 bytes but holds data (/proc, /dev/stdin).
+std::vector<InputEntry> ReadableInputs(const std::vector<InputEntry>& entries,
+                                       std::vector<OmittedEntry>& omitted,
+                                       FileJobObserver& observer) {
+    std::vector<InputEntry> kept;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        InputFile file;
+        FileError why = FileError::None;
+        std::uint8_t probe = 0;
+        if (!file.Open(entries[i].path)) {
+            why = file.NotRegular() ? FileError::NotRegularFile : FileError::ReadFailed;
+        } else if (file.Size() == 0 && file.ReadExact(std::span(&probe, 1))) {
+            why = FileError::SizeUnknown;
+        }
+        if (why == FileError::None) {
+            kept.push_back(entries[i]);
+            continue;
+        }
+        const int error = why == FileError::ReadFailed ? file.LastError() : 0;
+        omitted.push_back(OmittedEntry{entries[i].path, why, error});
+        observer.OnFileRefused(i, entries[i].path, why);
+    }
+    return kept;
+}
+
+FileJobResult AppendAll(const EncryptRequest& request, const std::vector<InputEntry>& entries,
+                        const std::vector<std::string>& names, ByteSink& container,
+                        FileJobObserver& observer) {
     JobCipher cipher(observer);
     if (!cipher.Cipher().EncryptPrepareKey(request.key->bytes())) {
         return Failure(FileError::NothingToDo);
     }
     ParallelCompressor compressor(ParallelCompressor::WorkersForThisMachine());
     std::vector<ChunkFeed::Input> inputs;
-    for (std::size_t i = 0; i < request.entries.size(); ++i) {
-        inputs.push_back(ChunkFeed::Input{request.entries[i].path, names[i].size()});
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        inputs.push_back(ChunkFeed::Input{entries[i].path, names[i].size()});
     }
     ChunkFeed feed(std::move(inputs), compressor);
     std::vector<std::int64_t> byteCounts;
-    for (std::size_t i = 0; i < request.entries.size(); ++i) {
-        const std::string& path = request.entries[i].path;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const std::string& path = entries[i].path;
         observer.OnFileStarted(i, path);
         const AppendResult appended = AppendFileToContainer(feed, names[i], container, cipher,
                                                             *request.random, compressor, observer);
         if (appended.error != FileError::None) {
-            return Failure(appended.error, i, appended.chunk, path, appended.systemError);
+            // A write that fails is the container's fault (a full disk), not the input's.
+            const bool written = appended.error == FileError::WriteFailed;
+            return Failure(appended.error, i, appended.chunk, written ? request.outputPath : path,
+                           appended.systemError);
         }
         byteCounts.push_back(appended.byteCount);
         observer.OnFileDone(i, path);
@@ -83,6 +174,9 @@ FileJobResult EncryptFiles(const EncryptRequest& request, FileJobObserver& obser
     if (FileJobResult refused = CheckStoredNames(names, request.entries); !refused.ok()) {
         return refused;
     }
+    if (OutputAmongInputs(request.outputPath, request.entries)) {
+        return Failure(FileError::OutputIsInput, 0, 0, request.outputPath, 0);
+    }
     std::error_code error;
     if (std::filesystem::is_directory(request.outputPath, error)) {
         return Failure(FileError::WriteFailed, 0, 0, request.outputPath, EISDIR);
@@ -91,17 +185,41 @@ FileJobResult EncryptFiles(const EncryptRequest& request, FileJobObserver& obser
     if (replace && !observer.AskReplaceContainer(request.outputPath)) {
         return Failure(FileError::OutputExists, 0, 0, request.outputPath, 0);
     }
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (names[i].size() > kMaxStoredNameBytes) {
+            observer.OnNameOnlyThisProgramReads(request.entries[i].path);
+        }
+    }
+    std::vector<OmittedEntry> omitted;
+    for (const OmittedEntry& passed : request.passedOver) {
+        omitted.push_back(passed);
+        observer.OnFileRefused(0, passed.name, passed.why);
+    }
+    const std::vector<InputEntry> entries = ReadableInputs(request.entries, omitted, observer);
+    if (entries.empty()) {
+        FileJobResult nothing = Failure(FileError::EntriesLeftOut);
+        nothing.omitted = std::move(omitted);
+        return nothing;
+    }
+    std::vector<std::string> keptNames;
+    for (const InputEntry& entry : entries) {
+        keptNames.push_back(StoredNameFor(entry.path, entry.relativePath));
+    }
     TempOutputFile output;
     if (!output.Create(request.outputPath)) {
         return Failure(FileError::WriteFailed, 0, 0, request.outputPath, output.LastError());
     }
-    observer.OnJobStarted(request.entries.size(), PlainBytesOf(request.entries));
+    observer.OnJobStarted(entries.size(), PlainBytesOf(entries));
     std::unique_ptr<ByteSink> wrapped = request.wrapOutput ? request.wrapOutput(output) : nullptr;
-    FileJobResult result =
-        AppendAll(request, names, wrapped ? *wrapped : static_cast<ByteSink&>(output), observer);
+    FileJobResult result = AppendAll(request, entries, keptNames,
+                                     wrapped ? *wrapped : static_cast<ByteSink&>(output), observer);
     if (result.ok() && !output.Commit(replace)) {
         result = Failure(FileError::WriteFailed, 0, 0, request.outputPath, output.LastError());
     }
+    if (result.ok() && !omitted.empty()) {
+        result = Failure(FileError::EntriesLeftOut);
+    }
+    result.omitted = std::move(omitted);
     return result;
 }
 

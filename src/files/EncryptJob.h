@@ -24,6 +24,9 @@ struct EncryptRequest {
     RandomSource* random = nullptr;
     // WrapOutput lets tests put a failing sink in front of the container file.
     std::function<std::unique_ptr<ByteSink>(ByteSink&)> wrapOutput;
+    // passedOver names what the folder walk could not list (InputList::PassedOver); the
+    // job reports it among the entries it left out.
+    std::vector<OmittedEntry> passedOver;
 };
 
 // EncryptFiles writes every entry into one container: the records of each file in list

@@ -8,12 +8,11 @@
 
 namespace kelvora {
 
-FirstRecord InspectFirstRecord(std::span<const std::uint8_t> plain) {
+namespace {
+
+// InspectWithName reads the header as if the name were nameBytes long.
+FirstRecord InspectWithName(std::span<const std::uint8_t> plain, std::size_t nameBytes) {
     FirstRecord first;
-    if (plain.size() < kStreamHeaderBytes) {
-        return first;
-    }
-    const std::size_t nameBytes = plain[kNameLengthOffset];
     const std::size_t headerBytes = kStreamHeaderBytes + nameBytes;
     if (headerBytes > plain.size()) {
         return first;
@@ -33,6 +32,26 @@ FirstRecord InspectFirstRecord(std::span<const std::uint8_t> plain) {
                           plain.begin() + static_cast<std::ptrdiff_t>(headerBytes));
     first.blockOffset = headerBytes;
     return first;
+}
+
+} // namespace
+
+FirstRecord InspectFirstRecord(std::span<const std::uint8_t> plain) {
+    if (plain.size() < kStreamHeaderBytes) {
+        return {};
+    }
+    // Byte 33 holds the name's length modulo 256: a longer name is found by the block (or
+    // the empty file's end) that must follow it.
+    constexpr std::size_t kLengthStep = 256;
+    for (std::size_t nameBytes = plain[kNameLengthOffset];
+         kStreamHeaderBytes + nameBytes <= plain.size() && nameBytes <= kLongestNameBytes;
+         nameBytes += kLengthStep) {
+        if (FirstRecord first = InspectWithName(plain, nameBytes);
+            first.kind != FirstRecordKind::Inconsistent) {
+            return first;
+        }
+    }
+    return {};
 }
 
 FileDecryptor::~FileDecryptor() = default;

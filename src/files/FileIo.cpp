@@ -6,10 +6,9 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
-#include <filesystem>
 #include <sys/stat.h>
-#include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace kelvora {
 
@@ -29,13 +28,19 @@ std::string RandomSuffix() {
     return suffix;
 }
 
-// TempNameBeside hides the temporary file in the final file's folder ("dir/.name.XXXX.part").
-std::string TempNameBeside(const std::string& finalPath) {
-    const std::size_t slash = finalPath.rfind('/');
-    const std::string folder = slash == std::string::npos ? "" : finalPath.substr(0, slash + 1);
-    const std::string name = slash == std::string::npos ? finalPath : finalPath.substr(slash + 1);
+// HiddenTempName is the fallback temporary name beside the final file (".name.XXXX.part").
+std::string HiddenTempName(const std::string& leaf) {
     // Keep the temporary name within the usual 255-byte limit of a file name.
-    return folder + "." + name.substr(0, 200) + "." + RandomSuffix() + ".part";
+    return "." + leaf.substr(0, 200) + "." + RandomSuffix() + ".part";
+}
+
+// SplitFolderAndLeaf cuts a path before its last "/" ("." when it has none).
+std::pair<std::string, std::string> SplitFolderAndLeaf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos) {
+        return {".", path};
+    }
+    return {slash == 0 ? "/" : path.substr(0, slash), path.substr(slash + 1)};
 }
 
 // MoveAll calls io(done) until total bytes are read or written; io returns what read, pread
@@ -58,17 +63,17 @@ template <typename Io> bool MoveAll(std::size_t total, int& error, Io io) {
 
 // RenameWithoutReplacing never replaces a file that appeared meanwhile. File systems without
 // RENAME_NOREPLACE get the same guarantee from a hard link, which fails when the name exists.
-bool RenameWithoutReplacing(const std::string& from, const std::string& to) {
-    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
+bool RenameWithoutReplacing(int folder, const std::string& from, const std::string& to) {
+    if (::renameat2(folder, from.c_str(), folder, to.c_str(), RENAME_NOREPLACE) == 0) {
         return true;
     }
     if (errno != EINVAL && errno != ENOSYS) {
         return false;
     }
-    if (::link(from.c_str(), to.c_str()) != 0) {
+    if (::linkat(folder, from.c_str(), folder, to.c_str(), 0) != 0) {
         return false;
     }
-    ::unlink(from.c_str());
+    ::unlinkat(folder, from.c_str(), 0);
     return true;
 }
 
@@ -81,7 +86,8 @@ InputFile::~InputFile() {
 }
 
 bool InputFile::Open(const std::string& path) {
-    m_fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    // O_NONBLOCK: opening a FIFO without a writer must not wait; regular files ignore it.
+    m_fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     struct stat info {};
     if (m_fd < 0 || ::fstat(m_fd, &info) != 0) {
         m_error = errno;
@@ -89,6 +95,11 @@ bool InputFile::Open(const std::string& path) {
     }
     if (S_ISDIR(info.st_mode)) {
         m_error = EISDIR;
+        return false;
+    }
+    if (!S_ISREG(info.st_mode)) {
+        m_notRegular = true;
+        m_error = EINVAL;
         return false;
     }
     m_size = info.st_size;
@@ -109,16 +120,51 @@ bool InputFile::ReadAt(std::int64_t offset, std::span<std::uint8_t> out) {
     });
 }
 
+UniqueFd& UniqueFd::operator=(UniqueFd&& other) noexcept {
+    if (this != &other) {
+        Reset(other.Release());
+    }
+    return *this;
+}
+
+int UniqueFd::Release() {
+    const int fd = m_fd;
+    m_fd = -1;
+    return fd;
+}
+
+int UniqueFd::Reset(int fd) {
+    const int closed = m_fd >= 0 ? ::close(m_fd) : 0;
+    m_fd = fd;
+    return closed;
+}
+
 TempOutputFile::~TempOutputFile() {
     Discard();
 }
 
 bool TempOutputFile::Create(const std::string& finalPath) {
-    m_finalPath = finalPath;
+    const auto [folder, leaf] = SplitFolderAndLeaf(finalPath);
+    UniqueFd opened = OpenFolder(folder);
+    if (!opened.Valid()) {
+        m_error = errno;
+        return false;
+    }
+    return CreateIn(std::move(opened), leaf);
+}
+
+bool TempOutputFile::CreateIn(UniqueFd folder, const std::string& leaf) {
+    m_folder = std::move(folder);
+    m_leaf = leaf;
+    m_file.Reset(::openat(m_folder.Get(), ".", O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666));
+    if (m_file.Valid()) {
+        return true;
+    }
     for (int attempt = 0; attempt < kTempNameAttempts; ++attempt) {
-        m_tempPath = TempNameBeside(finalPath);
-        m_fd = ::open(m_tempPath.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (m_fd >= 0) {
+        m_tempName = HiddenTempName(leaf);
+        m_file.Reset(::openat(m_folder.Get(), m_tempName.c_str(),
+                              O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
+        if (m_file.Valid()) {
             return true;
         }
         if (errno != EEXIST) {
@@ -126,40 +172,67 @@ bool TempOutputFile::Create(const std::string& finalPath) {
         }
     }
     m_error = errno;
-    m_tempPath.clear();
+    m_tempName.clear();
     return false;
 }
 
 bool TempOutputFile::Write(std::span<const std::uint8_t> bytes) {
     return MoveAll(bytes.size(), m_error, [&](std::size_t done) {
-        return ::write(m_fd, bytes.data() + done, bytes.size() - done);
+        return ::write(m_file.Get(), bytes.data() + done, bytes.size() - done);
     });
 }
 
+bool TempOutputFile::LinkUnnamed(const std::string& name) {
+    const std::string self = "/proc/self/fd/" + std::to_string(m_file.Get());
+    if (::linkat(AT_FDCWD, self.c_str(), m_folder.Get(), name.c_str(), AT_SYMLINK_FOLLOW) == 0) {
+        return true;
+    }
+    // Without /proc, linking the descriptor itself needs a privilege, but may be granted.
+    return errno == ENOENT &&
+           ::linkat(m_file.Get(), "", m_folder.Get(), name.c_str(), AT_EMPTY_PATH) == 0;
+}
+
+bool TempOutputFile::MoveInPlace(bool replace) {
+    const char* from = m_tempName.c_str();
+    return replace ? ::renameat(m_folder.Get(), from, m_folder.Get(), m_leaf.c_str()) == 0
+                   : RenameWithoutReplacing(m_folder.Get(), m_tempName, m_leaf);
+}
+
 bool TempOutputFile::Commit(bool replace) {
-    const int closed = ::close(m_fd);
-    m_fd = -1;
-    if (closed != 0) {
+    if (!m_file.Valid()) {
+        m_error = EBADF;
+        return false;
+    }
+    if (m_tempName.empty()) {
+        if (!replace) {
+            // A link never replaces: a file that appeared meanwhile makes it fail with EEXIST.
+            if (!LinkUnnamed(m_leaf) || m_file.Reset() != 0) {
+                m_error = errno;
+                return false;
+            }
+            return true;
+        }
+        // Replacing takes a name first, then a rename swaps it in at once.
+        const std::string name = HiddenTempName(m_leaf);
+        if (!LinkUnnamed(name)) {
+            m_error = errno;
+            return false;
+        }
+        m_tempName = name;
+    }
+    if (m_file.Reset() != 0 || !MoveInPlace(replace)) {
         m_error = errno;
         return false;
     }
-    if (!(replace ? ::rename(m_tempPath.c_str(), m_finalPath.c_str()) == 0
-                  : RenameWithoutReplacing(m_tempPath, m_finalPath))) {
-        m_error = errno;
-        return false;
-    }
-    m_tempPath.clear();
+    m_tempName.clear();
     return true;
 }
 
 void TempOutputFile::Discard() {
-    if (m_fd >= 0) {
-        ::close(m_fd);
-        m_fd = -1;
-    }
-    if (!m_tempPath.empty()) {
-        ::unlink(m_tempPath.c_str());
-        m_tempPath.clear();
+    m_file.Reset();
+    if (!m_tempName.empty()) {
+        ::unlinkat(m_folder.Get(), m_tempName.c_str(), 0);
+        m_tempName.clear();
     }
 }
 
@@ -168,26 +241,8 @@ bool PathExists(const std::string& path) {
     return ::lstat(path.c_str(), &info) == 0;
 }
 
-bool MakeFoldersFor(const std::string& root, const std::string& relativePath, int* error) {
-    std::error_code made;
-    std::filesystem::create_directories(root, made);
-    std::string folder = root;
-    std::size_t start = 0;
-    for (std::size_t slash = relativePath.find('/'); slash != std::string::npos;
-         slash = relativePath.find('/', start)) {
-        folder += '/';
-        folder += relativePath.substr(start, slash - start);
-        start = slash + 1;
-        struct stat info {};
-        if (::stat(folder.c_str(), &info) == 0 && S_ISDIR(info.st_mode)) {
-            continue;
-        }
-        if (::mkdir(folder.c_str(), 0777) != 0) {
-            *error = errno;
-            return false;
-        }
-    }
-    return true;
+UniqueFd OpenFolder(const std::string& path) {
+    return UniqueFd(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
 }
 
 } // namespace kelvora

@@ -15,6 +15,7 @@ enum class ExistingFileAnswer {
     Overwrite,   // replace it once the new file is complete
     AnotherName, // ask for another name (AskAnotherName)
     Skip,        // do not restore this file
+    Rename,      // restore it as "name (2).ext", the first number that is free
     Cancel,      // end the job
 };
 
@@ -48,6 +49,15 @@ public:
         (void)name;
         (void)why;
     }
+    // OnFileSkipped reports a file not restored because its path exists already.
+    virtual void OnFileSkipped(std::size_t index, const std::string& path) {
+        (void)index;
+        (void)path;
+    }
+    // OnNameOnlyThisProgramReads warns that a file's stored name is longer than 255 bytes:
+    // it is stored as the format says (byte 33 holds its length modulo 256), so this program
+    // restores it, other copies cannot.
+    virtual void OnNameOnlyThisProgramReads(const std::string& path) { (void)path; }
     // OnBytesDone adds the bytes just worked through, for a bytes-and-speed display.
     virtual void OnBytesDone(std::int64_t bytes) { (void)bytes; }
 
@@ -57,7 +67,8 @@ public:
         (void)path;
         return false;
     }
-    // AskExistingFile: a file to restore exists already.
+    // AskExistingFile: a file to restore exists already, or two files of the container
+    // have the same name. Every such question is asked before anything is written.
     virtual ExistingFileAnswer AskExistingFile(const std::string& path) {
         (void)path;
         return ExistingFileAnswer::Cancel;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
 #include <filesystem>
 #include <system_error>
 
@@ -78,6 +79,10 @@ void InputList::WalkFolder(std::string_view folder, std::string_view base, JobOb
     WalkLevel(chosen, baseFolder, observer);
 }
 
+void InputList::PassOver(const std::string& path, FileError why, int error) {
+    m_passedOver.push_back(OmittedEntry{path, why, error});
+}
+
 void InputList::WalkLevel(const std::string& folder, const std::string& base,
                           JobObserver* observer) {
     if (m_cancel) {
@@ -88,22 +93,45 @@ void InputList::WalkLevel(const std::string& folder, const std::string& base,
     for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
         names.push_back(it->path().filename().string());
     }
+    if (error) {
+        PassOver(folder, FileError::ReadFailed, error.value());
+        return;
+    }
+    if (names.empty()) {
+        // The container format holds files only: an empty folder cannot be stored.
+        PassOver(folder, FileError::EmptyFolder, 0);
+        return;
+    }
     std::sort(names.begin(), names.end());
     const std::string prefix = folder == "/" ? folder : folder + kPathSeparator;
     for (const std::string& name : names) {
         if (m_cancel) {
             return;
         }
-        const std::string child = prefix + name;
-        const fs::file_status status = fs::symlink_status(child, error);
-        if (fs::is_directory(status)) {
-            WalkLevel(child, base, observer);
-        } else if (fs::is_regular_file(fs::status(child, error))) {
-            AddListFile(child, base);
-        }
+        WalkEntry(prefix + name, base, observer);
         if (observer != nullptr) {
             observer->LetEventsRun();
         }
+    }
+}
+
+void InputList::WalkEntry(const std::string& child, const std::string& base,
+                          JobObserver* observer) {
+    std::error_code error;
+    const fs::file_status own = fs::symlink_status(child, error);
+    if (fs::is_directory(own)) {
+        WalkLevel(child, base, observer);
+        return;
+    }
+    const fs::file_status target = fs::status(child, error);
+    if (fs::is_regular_file(target)) {
+        AddListFile(child, base);
+    } else if (fs::is_symlink(own) && fs::is_directory(target)) {
+        PassOver(child, FileError::LinkToFolder, 0);
+    } else if (fs::is_symlink(own) && !fs::exists(target)) {
+        PassOver(child, FileError::ReadFailed, ENOENT);
+    } else {
+        PassOver(child, FileError::NotRegularFile, 0);
     }
 }
 
@@ -139,6 +167,7 @@ void InputList::RemoveEntries(const std::vector<std::size_t>& indexes) {
 void InputList::Clear() {
     m_entries.clear();
     m_listed.clear();
+    m_passedOver.clear();
 }
 
 namespace {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/JobObserver.h"
+#include "files/FileError.h"
 
 #include <atomic>
 #include <cstddef>
@@ -44,9 +45,10 @@ public:
     void AddListFile(std::string_view path, std::string_view base);
 
     // WalkFolder adds every file below folder, depth first, entries of a folder in name
-    // order. An empty base is derived from folder (its parent). Symbolic links to folders
-    // and special files are passed over. Stops when RequestCancel was called; lets the
-    // observer's events run after every entry. Unreadable folders are passed over.
+    // order. An empty base is derived from folder (its parent). What cannot be stored is
+    // passed over and named in PassedOver: symbolic links to folders, dangling links, special
+    // files, unreadable and empty folders. Stops when RequestCancel was called; lets the
+    // observer's events run after every entry.
     void WalkFolder(std::string_view folder, std::string_view base,
                     JobObserver* observer = nullptr);
 
@@ -58,6 +60,9 @@ public:
     void Clear();
 
     const std::vector<InputEntry>& Entries() const { return m_entries; }
+    // PassedOver names every entry a folder walk found but could not list (the job that
+    // encrypts the list reports them with the files it leaves out).
+    const std::vector<OmittedEntry>& PassedOver() const { return m_passedOver; }
     bool Empty() const { return m_entries.empty(); }
     bool DuplicateFlag() const { return m_duplicate; }
 
@@ -70,8 +75,11 @@ public:
 
 private:
     void WalkLevel(const std::string& folder, const std::string& base, JobObserver* observer);
+    void WalkEntry(const std::string& child, const std::string& base, JobObserver* observer);
+    void PassOver(const std::string& path, FileError why, int error);
 
     std::vector<InputEntry> m_entries;
+    std::vector<OmittedEntry> m_passedOver;
     std::unordered_set<std::string> m_listed;
     std::string m_outputName;
     bool m_duplicate = false;

@@ -1,6 +1,7 @@
 #include "files/StoredName.h"
 
 #include "common/Ansi.h"
+#include "common/Printable.h"
 
 #include <algorithm>
 
@@ -22,15 +23,18 @@ bool IsSafeComponent(std::string_view component) {
 
 } // namespace
 
+std::string_view StoredNameSource(std::string_view utf8Path, std::string_view utf8RelativePath) {
+    if (utf8RelativePath != kLoneFileRelativePath) {
+        return utf8RelativePath;
+    }
+    const std::size_t slash = utf8Path.find_last_of(kPathSeparator);
+    return slash == std::string_view::npos ? utf8Path : utf8Path.substr(slash + 1);
+}
+
 std::string StoredNameFor(std::string_view utf8Path, std::string_view utf8RelativePath) {
-    std::string name;
+    std::string name = AnsiFromUtf8(StoredNameSource(utf8Path, utf8RelativePath));
     if (utf8RelativePath == kLoneFileRelativePath) {
-        const std::size_t slash = utf8Path.find_last_of(kPathSeparator);
-        const auto fileName =
-            slash == std::string_view::npos ? utf8Path : utf8Path.substr(slash + 1);
-        name = AnsiFromUtf8(fileName).substr(0, kMaxStoredNameBytes);
-    } else {
-        name = AnsiFromUtf8(utf8RelativePath);
+        name = name.substr(0, kMaxStoredNameBytes);
     }
     if (!name.empty() && IsSeparator(name.front())) {
         name.erase(0, 1);
@@ -40,7 +44,7 @@ std::string StoredNameFor(std::string_view utf8Path, std::string_view utf8Relati
 }
 
 bool IsSafeStoredName(std::string_view ansiName) {
-    if (ansiName.empty() || ansiName.find('\0') != std::string_view::npos) {
+    if (ansiName.empty() || HoldsControlCharacter(ansiName)) {
         return false;
     }
     if (ansiName.size() >= 2 && IsAsciiLetter(ansiName[0]) && ansiName[1] == ':') {

@@ -14,6 +14,8 @@ inline constexpr char kPathSeparator = '/';
 // Byte 33 of a file's stream holds the name length modulo 256, so longer names cannot be
 // read back by other copies.
 inline constexpr std::size_t kMaxStoredNameBytes = 255;
+// The longest name this program stores and restores anyway (a Linux path's limit).
+inline constexpr std::size_t kLongestNameBytes = 4096;
 
 // The relative path of an entry added by itself: the stored name is then the file's own name.
 inline constexpr std::string_view kLoneFileRelativePath = "/";
@@ -25,8 +27,14 @@ inline constexpr std::string_view kLoneFileRelativePath = "/";
 [[nodiscard]] std::string StoredNameFor(std::string_view utf8Path,
                                         std::string_view utf8RelativePath);
 
+// StoredNameSource is the UTF-8 text a list entry's stored name is made from: the file's
+// own name for a lone file, else its relative path.
+[[nodiscard]] std::string_view StoredNameSource(std::string_view utf8Path,
+                                                std::string_view utf8RelativePath);
+
 // IsSafeStoredName is true when a stored name stays below the folder it is restored into:
-// not empty, not absolute, no drive letter, no NUL, and no empty, "." or ".." component
+// not empty, not absolute, no drive letter, no control character (NUL, ESC, CR, LF, ...),
+// and no empty, "." or ".." component
 // ("\" and "/" both separate components).
 [[nodiscard]] bool IsSafeStoredName(std::string_view ansiName);
 

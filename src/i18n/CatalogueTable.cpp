@@ -858,6 +858,18 @@ constexpr CatalogueRow kRows[] = {
           "Le texte déchiffré ne commence pas par la ligne Kelvora : la phrase secrète ou une "
           "clé est probablement fausse. Afficher quand même le résultat ? Si vous répondez "
           "« Non », le texte chiffré reste tel quel."},
+
+    // The result of a file job that left entries out; the names follow, one per line.
+    {610, "%d Einträge wurden ausgelassen, alles andere ist erledigt:",
+          "%d entries were left out; everything else is done:",
+          "Se omitieron %d entradas; todo lo demás está hecho:",
+          "%d entrées ont été laissées de côté ; tout le reste est fait :"},
+
+    // Conflicts found before a restore wrote anything; the paths follow, one per line.
+    {611, "Diese Dateien gibt es schon. Es wurde nichts geschrieben:",
+          "These files exist already. Nothing was written:",
+          "Estos archivos ya existen. No se ha escrito nada:",
+          "Ces fichiers existent déjà. Rien n'a été écrit :"},
 };
 // clang-format on
 

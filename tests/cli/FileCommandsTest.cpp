@@ -90,7 +90,7 @@ INSTANTIATE_TEST_SUITE_P(
         OutcomeCase{"SkipExisting", "decrypt {c} -C {o} --skip-existing", false, 0, "", "old"},
         OutcomeCase{"Overwrite", "decrypt {c} -C {o} --overwrite", false, 0, "", "new"},
         OutcomeCase{"BothAnswers", "decrypt {c} -C {o} --overwrite --skip-existing", false, 2,
-                    "kelvora-cli: --overwrite and --skip-existing", "old"},
+                    "kelvora-cli: --overwrite, --skip-existing and --rename", "old"},
         OutcomeCase{"WrongPassphraseDecrypt", "decrypt {c} -C {o} --overwrite", true, 1,
                     kWrongPassphrase, "old"},
         OutcomeCase{"WrongPassphraseTest", "test {c}", true, 1, kWrongPassphrase, "old"},
@@ -99,6 +99,53 @@ INSTANTIATE_TEST_SUITE_P(
         OutcomeCase{"NoContainer", "decrypt", false, 2, kFailed, "old"},
         OutcomeCase{"NotAContainer", "test {o}/a.txt", false, 1, kFailed, "old"}),
     [](const auto& info) { return info.param.name; });
+
+TEST(FileCommands, DecryptNamesEveryConflictBeforeWritingAndCanRename) {
+    ScratchFolder scratch;
+    WriteFile(
+        scratch / "c.vexo",
+        BuildContainer({{"a.txt", {'1'}}, {"b.txt", {'2'}}, {"c.txt", {'3'}}, {"b.txt", {'4'}}}));
+    WriteFile(scratch / "out/c.txt", {'o'});
+    const std::string out = scratch / "out";
+    const auto refused = RunCli({"decrypt", scratch / "c.vexo", "-C", out}, {}, kSecret);
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.err, "kelvora-cli: " + out + "/c.txt exists already\nkelvora-cli: " + out +
+                               "/b.txt exists already\nkelvora-cli: 2 files exist already (use "
+                               "--overwrite, --skip-existing or --rename); nothing was written\n");
+    EXPECT_EQ(FilesBelow(out), std::vector<std::string>{"c.txt"});
+
+    const auto skipped =
+        RunCli({"decrypt", scratch / "c.vexo", "-C", out, "--skip-existing"}, {}, kSecret);
+    EXPECT_EQ(skipped.status, 0);
+    EXPECT_EQ(skipped.err, "kelvora-cli: skipped " + out +
+                               "/c.txt: exists already\nkelvora-cli: skipped " + out +
+                               "/b.txt: exists already\n");
+
+    const auto renamed =
+        RunCli({"decrypt", scratch / "c.vexo", "-C", out, "--rename"}, {}, kSecret);
+    EXPECT_EQ(renamed.status, 0) << renamed.err;
+    EXPECT_EQ(FilesBelow(out),
+              (std::vector<std::string>{"a (2).txt", "a.txt", "b (2).txt", "b (3).txt", "b.txt",
+                                        "c (2).txt", "c.txt"}));
+    EXPECT_EQ(ReadFile(out + "/b (3).txt"), BytesFromString("4"));
+    EXPECT_EQ(ReadFile(out + "/c.txt"), BytesFromString("o"));
+}
+
+TEST(FileCommands, NamesWithControlCharactersAreShownEscapedAndNeverCreated) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "c.vexo",
+              BuildContainer(
+                  {{"\x1b]0;pwned\x07.txt", {'t'}}, {"two\nlines", {'n'}}, {"fine.txt", {'f'}}}));
+    const auto listed = RunCli({"list", scratch / "c.vexo"}, {}, kSecret);
+    EXPECT_EQ(listed.status, 0);
+    EXPECT_EQ(listed.out, "1\t\\x1b]0;pwned\\x07.txt\n1\ttwo\\x0alines\n1\tfine.txt\n");
+    const auto decrypted =
+        RunCli({"decrypt", scratch / "c.vexo", "-C", scratch / "out"}, {}, kSecret);
+    EXPECT_EQ(decrypted.status, 1);
+    EXPECT_EQ(decrypted.err.find('\x1b'), std::string::npos) << decrypted.err;
+    EXPECT_EQ(std::count(decrypted.err.begin(), decrypted.err.end(), '\n'), 3) << decrypted.err;
+    EXPECT_EQ(FilesBelow(scratch / "out"), std::vector<std::string>{"fine.txt"});
+}
 
 TEST(FileCommands, TestNamesTheDamagedFileAndChunk) {
     ScratchFolder scratch;
@@ -121,6 +168,64 @@ TEST(FileCommands, HostileNamesAreRefusedAndTheRestRestored) {
     EXPECT_EQ(result.out, scratch / "out/fine.txt\n");
     EXPECT_NE(result.err.find("../escape.txt: refused"), std::string::npos) << result.err;
     EXPECT_EQ(FilesBelow(scratch.Path()), (std::vector<std::string>{"c.vexo", "out/fine.txt"}));
+}
+
+// Every command that writes a named output refuses an existing one unless --force, and
+// replaces it only with a complete file.
+struct ExistingOutputCase {
+    const char* name;
+    std::vector<std::string> args; // "{o}" is the existing output file
+    std::string input;
+    bool force;
+};
+
+class ExistingOutput : public ::testing::TestWithParam<ExistingOutputCase> {};
+
+TEST_P(ExistingOutput, IsRefusedUnlessForcedAndThenReplacedWhole) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "existing.txt", {'o', 'l', 'd'});
+    std::vector<std::string> args = GetParam().args;
+    std::replace(args.begin(), args.end(), std::string("{o}"), scratch / "existing.txt");
+    if (GetParam().force) {
+        args.push_back("--force");
+    }
+    // "{armoured}" stands for a text encrypted by the program itself.
+    const std::string input = GetParam().input == "{armoured}"
+                                  ? RunCli({"encrypt-text"}, "hello", kSecret).out
+                                  : GetParam().input;
+    const auto result = RunCli(args, input, kSecret);
+    const Bytes after = ReadFile(scratch / "existing.txt");
+    EXPECT_EQ(FilesBelow(scratch.Path()), std::vector<std::string>{"existing.txt"});
+    if (GetParam().force) {
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_NE(after, BytesFromString("old"));
+    } else {
+        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.err, "kelvora-cli: " + scratch / "existing.txt" +
+                                  " exists already (use --force to replace it)\n");
+        EXPECT_EQ(after, BytesFromString("old"));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, ExistingOutput,
+    ::testing::Values(
+        ExistingOutputCase{"EncryptText", {"encrypt-text", "-o", "{o}"}, "hello", false},
+        ExistingOutputCase{"EncryptTextForced", {"encrypt-text", "-o", "{o}"}, "hello", true},
+        ExistingOutputCase{"DecryptText", {"decrypt-text", "-o", "{o}"}, "{armoured}", false},
+        ExistingOutputCase{"DecryptTextForced", {"decrypt-text", "-o", "{o}"}, "{armoured}", true}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(FileCommands, EncryptNeverMakesAnInputItsContainer) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "a.txt", {'a'});
+    WriteFile(scratch / "b.txt", {'b'});
+    const auto result = RunCli(
+        {"encrypt", "--force", "-o", scratch / "a.txt", scratch / "a.txt", scratch / "b.txt"}, {},
+        kSecret);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("one of the inputs"), std::string::npos) << result.err;
+    EXPECT_EQ(ReadFile(scratch / "a.txt"), BytesFromString("a"));
 }
 
 struct ProgressCase {

@@ -1,6 +1,8 @@
 #include "FileTestSupport.h"
+#include "crypto/KeyRules.h"
 #include "files/ContainerFormat.h"
 #include "files/ContainerIndex.h"
+#include "files/DecryptJob.h"
 #include "files/LittleEndian.h"
 
 #include <cerrno>
@@ -185,30 +187,61 @@ TEST(EncryptFiles, ReplacesAnExistingContainerOnlyWhenAllowed) {
     EXPECT_TRUE(DecryptTo(scratch / "c.vexo", scratch / "out", observer).ok());
 }
 
-TEST(EncryptFiles, RefusesAStoredNameOver255BytesBeforeWriting) {
+// Names of 256 bytes and more keep only their length modulo 256 in byte 33: the reader
+// finds the true length from the block (or the empty file's end) behind the name.
+struct LongNameCase {
+    const char* name;
+    std::size_t leafBytes; // below "folder1/", so the stored name is 8 bytes longer
+    std::size_t dataBytes;
+};
+
+class LongStoredName : public ::testing::TestWithParam<LongNameCase> {};
+
+struct WarningObserver final : ScriptedObserver {
+    void OnNameOnlyThisProgramReads(const std::string&) override { ++warnings; }
+    int warnings = 0;
+};
+
+TEST_P(LongStoredName, IsStoredWithAWarningAndRestoredExactly) {
     ScratchFolder scratch;
-    WriteFile(scratch / "folder1/" + std::string(247, 'n'), kSome); // "folder1\" and 247 bytes
-    ScriptedObserver observer;
-    EXPECT_TRUE(EncryptPaths({scratch / "folder1"}, scratch / "ok.vexo", observer).ok());
-    WriteFile(scratch / "folder1/" + std::string(248, 'n'), kSome);
-    EXPECT_EQ(EncryptPaths({scratch / "folder1"}, scratch / "c.vexo", observer).error,
-              FileError::NameTooLong);
-    EXPECT_FALSE(PathExists(scratch / "c.vexo"));
-    EXPECT_EQ(EncryptPaths({}, scratch / "c.vexo", observer).error, FileError::NothingToDo);
+    const std::string leaf(GetParam().leafBytes, 'n');
+    const Bytes data = PatternBytes(GetParam().dataBytes, 4);
+    WriteFile(scratch / "folder1/" + leaf, data);
+    WarningObserver observer;
+    ASSERT_TRUE(EncryptPaths({scratch / "folder1"}, scratch / "c.vexo", observer).ok());
+    EXPECT_EQ(observer.warnings, GetParam().leafBytes + 8 > 255 ? 1 : 0);
+    const SecretBytes key = MakePassphraseKey(kPassphrase);
+    std::vector<ContainerEntry> entries;
+    ASSERT_TRUE(
+        ListContainer(DecryptRequest{scratch / "c.vexo", {}, &key}, entries, observer).ok());
+    ASSERT_EQ(entries.size(), 1u);
+    EXPECT_EQ(entries[0].name, "folder1/" + leaf);
+    EXPECT_EQ(entries[0].plainBytes, static_cast<std::int64_t>(data.size()));
+    ASSERT_TRUE(DecryptTo(scratch / "c.vexo", scratch / "out", observer).ok());
+    EXPECT_EQ(ReadFile(scratch / "out/folder1/" + leaf), data);
 }
 
-TEST(EncryptFiles, AnUnreadableInputIsReportedAtItsPlaceAndLeavesNoContainer) {
+INSTANTIATE_TEST_SUITE_P(Cases, LongStoredName,
+                         ::testing::Values(LongNameCase{"Exactly255", 247, 10},
+                                           LongNameCase{"Exactly256", 248, 10},
+                                           LongNameCase{"LongestLinuxLeaf", 255, 3000},
+                                           LongNameCase{"EmptyFile", 250, 0}),
+                         [](const auto& info) { return info.param.name; });
+
+TEST(EncryptFiles, AnUnreadableInputIsNamedAndTheRestStored) {
     ScratchFolder scratch;
     WriteFile(scratch / "a.txt", PatternBytes(3000, 1));
     WriteFile(scratch / "c.txt", PatternBytes(3000, 2));
     ScriptedObserver observer;
     const FileJobResult result = EncryptPaths(
         {scratch / "a.txt", scratch / "b.txt", scratch / "c.txt"}, scratch / "c.vexo", observer);
-    EXPECT_EQ(result.error, FileError::ReadFailed);
-    EXPECT_EQ(result.fileIndex, 1u);
-    EXPECT_EQ(result.name, scratch / "b.txt");
-    EXPECT_EQ(result.systemError, ENOENT);
-    EXPECT_EQ(FilesBelow(scratch.Path()), (std::vector<std::string>{"a.txt", "c.txt"}));
+    EXPECT_EQ(result.error, FileError::EntriesLeftOut);
+    ASSERT_EQ(result.omitted.size(), 1u);
+    EXPECT_EQ(result.omitted[0].name, scratch / "b.txt");
+    EXPECT_EQ(result.omitted[0].why, FileError::ReadFailed);
+    EXPECT_EQ(result.omitted[0].systemError, ENOENT);
+    EXPECT_TRUE(DecryptTo(scratch / "c.vexo", scratch / "out", observer).ok());
+    EXPECT_EQ(FilesBelow(scratch / "out"), (std::vector<std::string>{"a.txt", "c.txt"}));
 }
 
 // Overwriting, skipping and cancelling are what the command line does; see its tests.
@@ -240,6 +273,65 @@ INSTANTIATE_TEST_SUITE_P(Answers, ExistingFile,
                          ::testing::Values(AnotherNameCase{"AnotherName", "out/b.txt"},
                                            AnotherNameCase{"NoOtherNameSkips", nullptr}),
                          [](const auto& info) { return info.param.name; });
+
+} // namespace
+} // namespace kelvora
+
+namespace kelvora {
+namespace {
+
+using namespace kelvora::testing;
+
+// Containers that hold no record, or whose index length lies where the search must not look.
+struct NoContentCase {
+    const char* name;
+    Bytes container;
+};
+
+class NoRecord : public ::testing::TestWithParam<NoContentCase> {};
+
+TEST_P(NoRecord, HasNoUsableContentUnderAnyPassphrase) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "c.vexo", GetParam().container);
+    ScriptedObserver observer;
+    const SecretBytes key = MakePassphraseKey("any passphrase at all");
+    EXPECT_EQ(TestContainer(DecryptRequest{scratch / "c.vexo", {}, &key}, observer).error,
+              FileError::NoUsableContent);
+    EXPECT_EQ(DecryptTo(scratch / "c.vexo", scratch / "out", observer).error,
+              FileError::NoUsableContent);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, NoRecord,
+    ::testing::Values(NoContentCase{"OneEmptyEntry", {0x00, 0xFF, 0x01, 0x00}},
+                      NoContentCase{"ThreeEmptyEntries", {0x00, 0xFF, 0xFF, 0xFF, 0x03}},
+                      // Of 5 bytes only the last 2 are searched: the 255 in byte 2 is not.
+                      NoContentCase{"SeparatorBeforeTheSearchedBytes",
+                                    {0x00, 0xFF, 0x01, 0x02, 0x03}}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(DecryptContainer, ANameLinuxCannotTakeIsLeftOutAndTheRestRestored) {
+    ScratchFolder scratch;
+    // 200 characters of "ä" are 200 bytes stored and 400 bytes in UTF-8.
+    WriteFile(scratch / "c.vexo",
+              BuildContainer({{std::string(200, '\xe4'), {'x'}}, {"fine.txt", {'f'}}}));
+    ScriptedObserver observer;
+    const FileJobResult result = DecryptTo(scratch / "c.vexo", scratch / "out", observer);
+    EXPECT_EQ(result.error, FileError::EntriesLeftOut);
+    ASSERT_EQ(result.omitted.size(), 1u);
+    EXPECT_EQ(result.omitted[0].why, FileError::NameTooLong);
+    EXPECT_EQ(FilesBelow(scratch / "out"), std::vector<std::string>{"fine.txt"});
+}
+
+TEST(DecryptContainer, AFolderThatCannotBeMadeReportsItsOwnError) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "c.vexo", BuildContainer({{"a.txt", {'a'}}}));
+    WriteFile(scratch / "file", {'f'});
+    ScriptedObserver observer;
+    const FileJobResult result = DecryptTo(scratch / "c.vexo", scratch / "file/out", observer);
+    EXPECT_EQ(result.error, FileError::WriteFailed);
+    EXPECT_EQ(result.systemError, ENOTDIR);
+}
 
 } // namespace
 } // namespace kelvora

@@ -63,8 +63,9 @@ FileJobResult EncryptPaths(const std::vector<std::string>& paths, const std::str
     }
     const SecretBytes key = MakePassphraseKey(kPassphrase);
     FixedRandom random;
-    return EncryptFiles(EncryptRequest{list.Entries(), output, &key, &random, wrapOutput},
-                        observer);
+    return EncryptFiles(
+        EncryptRequest{list.Entries(), output, &key, &random, wrapOutput, list.PassedOver()},
+        observer);
 }
 
 FileJobResult DecryptTo(const std::string& container, const std::string& folder,
