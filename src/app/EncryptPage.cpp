@@ -222,7 +222,9 @@ std::optional<FileJobResult> EncryptPage::Encrypt(const QString& output, bool re
     if (!key) {
         return std::nullopt;
     }
-    const EncryptRequest request{entries, output.toStdString(), &*key, &m_context.random, {}};
+    const EncryptRequest request{entries, output.toStdString(),
+                                 &*key,   &m_context.random,
+                                 {},      m_lstCryptFiles->List().PassedOver()};
     EncryptAnswers answers(m_context, replaceAgreed);
     try {
         return BackgroundJob(job.Observer(), answers).Run([&request](FileJobObserver& observer) {

@@ -22,13 +22,15 @@ public:
     // Once the passphrase holds, the records are decoded ahead on workers threads.
     [[nodiscard]] FileJobResult Open(const DecryptRequest& request, DecodeWorkers workers = 0);
 
+    // DecodeAhead starts decoding the records on worker threads (none when workers is 0).
+    // A job that reads first records on its own first (to plan) starts it after that.
+    void DecodeAhead(const std::string& containerPath, DecodeWorkers workers);
+
     ContainerReader& Reader() { return m_reader; }
     JobCipher& Cipher() { return m_cipher; }
     FileDecryptor& Decryptor() { return m_decryptor; }
 
 private:
-    void DecodeAhead(const std::string& containerPath, DecodeWorkers workers);
-
     ContainerReader m_reader;
     JobCipher m_cipher;
     FileDecryptor m_decryptor;

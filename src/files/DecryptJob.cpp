@@ -4,8 +4,8 @@
 #include "common/Printable.h"
 #include "files/ContainerSession.h"
 #include "files/FileIo.h"
-#include "files/ParallelCompressor.h"
 #include "files/OutputFolder.h"
+#include "files/ParallelCompressor.h"
 #include "files/RestorePlan.h"
 #include "files/StoredName.h"
 
@@ -151,7 +151,8 @@ FileJobResult DecryptContainer(const DecryptRequest& request, FileJobObserver& o
         return Failure(FileError::NothingToDo);
     }
     ContainerSession session(observer);
-    if (FileJobResult opened = session.Open(request, workers); !opened.ok()) {
+    // Planning reads every first record serially; the workers start once the plan stands.
+    if (FileJobResult opened = session.Open(request, DecodeWorkers{0}); !opened.ok()) {
         return opened;
     }
     ContainerReader& reader = session.Reader();
@@ -164,6 +165,7 @@ FileJobResult DecryptContainer(const DecryptRequest& request, FileJobObserver& o
     if (!plan.failure.ok()) {
         return plan.failure;
     }
+    session.DecodeAhead(request.containerPath, workers);
     std::vector<OmittedEntry> omitted;
     if (plan.cancelled) {
         for (const std::string& path : plan.conflicts) {

@@ -870,6 +870,49 @@ constexpr CatalogueRow kRows[] = {
           "These files exist already. Nothing was written:",
           "Estos archivos ya existen. No se ha escrito nada:",
           "Ces fichiers existent déjà. Rien n'a été écrit :"},
+
+    // Why an entry was refused or left out; "%s" names it.
+    {650, "„%s“ ist eine der Eingaben oder liegt in einem Verzeichnis, das verschlüsselt wird.",
+          "\"%s\" is one of the inputs or lies in a directory being encrypted.",
+          "«%s» es una de las entradas o está en un directorio que se cifra.",
+          "« %s » est l'une des entrées ou se trouve dans un répertoire en cours de chiffrement."},
+
+    {651, "Ein Verzeichnis auf dem Weg zu „%s“ ist eine symbolische Verknüpfung oder kein "
+          "Verzeichnis.",
+          "A directory on the way to \"%s\" is a symbolic link or no directory.",
+          "Un directorio en el camino a «%s» es un enlace simbólico o no es un directorio.",
+          "Un répertoire sur le chemin de « %s » est un lien symbolique ou n'est pas un "
+          "répertoire."},
+
+    {652, "„%s“ ist keine gewöhnliche Datei (FIFO, Socket oder Gerät).",
+          "\"%s\" is not a regular file (a FIFO, socket or device).",
+          "«%s» no es un archivo normal (FIFO, socket o dispositivo).",
+          "« %s » n'est pas un fichier ordinaire (FIFO, socket ou périphérique)."},
+
+    {653, "Die Größe von „%s“ ist nicht im Voraus bekannt.",
+          "The size of \"%s\" is not known in advance.",
+          "El tamaño de «%s» no se conoce de antemano.",
+          "La taille de « %s » n'est pas connue d'avance."},
+
+    {654, "„%s“ ist eine symbolische Verknüpfung auf ein Verzeichnis und wird nicht verfolgt.",
+          "\"%s\" is a symbolic link to a directory and is not followed.",
+          "«%s» es un enlace simbólico a un directorio y no se sigue.",
+          "« %s » est un lien symbolique vers un répertoire et n'est pas suivi."},
+
+    {655, "„%s“ ist ein leeres Verzeichnis; ein Container enthält nur Dateien.",
+          "\"%s\" is an empty directory; a container holds files only.",
+          "«%s» es un directorio vacío; un contenedor solo guarda archivos.",
+          "« %s » est un répertoire vide ; un conteneur ne contient que des fichiers."},
+
+    {656, "Der Name „%s“ enthält Zeichen, die ein Container nicht speichern kann.",
+          "The name \"%s\" holds characters a container cannot store.",
+          "El nombre «%s» contiene caracteres que un contenedor no puede guardar.",
+          "Le nom « %s » contient des caractères qu'un conteneur ne peut pas enregistrer."},
+
+    {657, "Zwei Einträge würden unter dem Namen „%s“ gespeichert.",
+          "Two entries would be stored under the name \"%s\".",
+          "Dos entradas se guardarían con el nombre «%s».",
+          "Deux entrées seraient enregistrées sous le nom « %s »."},
 };
 // clang-format on
 

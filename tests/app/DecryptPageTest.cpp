@@ -155,7 +155,7 @@ private slots:
 
     void CancelDuringADecryptionLeavesNoPartialFile() {
         FileTree tree;
-        tree.WriteNoise(u"in/noise.bin"_s, 32 * 1024 * 1024);
+        tree.WriteNoise(u"in/noise.bin"_s, 256 * 1024 * 1024); // long enough to cancel midway
         const QString container = Container(tree);
         Decrypting h(container, tree.Path(u"out"_s));
         QTimer poll;
@@ -166,7 +166,7 @@ private slots:
                 h.Click("cmdCancel");
             }
         });
-        poll.start(10);
+        poll.start(2);
         h.Click("Command5");
         QVERIFY(panel.CancelRequested());
         QCOMPARE(h.messages.ShownIds(), QList<int>{});

@@ -243,7 +243,8 @@ private slots:
 
     void CancelDuringALongEncryptionLeavesNoContainer() {
         FileTree tree;
-        const QString input = tree.WriteNoise(u"noise.bin"_s, 32 * 1024 * 1024);
+        // Noise is stored, not compressed, so it takes this much to give the cancel time.
+        const QString input = tree.WriteNoise(u"noise.bin"_s, 256 * 1024 * 1024);
         Files h;
         h.window.OpenPaths({input});
         h.Fill({}, u"pw"_s);
@@ -254,7 +255,7 @@ private slots:
                 h.Click("cmdCancel");
             }
         });
-        poll.start(10);
+        poll.start(2);
         h.Click("Command4");
         QCOMPARE(h.messages.ShownIds(), QList<int>{190}); // no success, no error
         QVERIFY(panel.CancelRequested());

@@ -22,7 +22,7 @@ version=$("$build"/src/cli/kelvora-cli --version | head -n 1 | cut -d' ' -f2)
 [ "$(dpkg-deb -f "$deb" Package)" = kelvora ] || fail "the package is not named kelvora"
 [ "$(dpkg-deb -f "$deb" Version)" = "$version" ] || fail "the package version is not $version"
 depends=$(dpkg-deb -f "$deb" Depends)
-for library in libc6 zlib1g libstdc++6; do
+for library in libc6 libdeflate0 libstdc++6; do
   grep -q "$library " <<< "$depends" || fail "Depends lacks $library: $depends"
 done
 
