@@ -2,6 +2,7 @@
 
 #include "cli/FileErrorText.h"
 #include "cli/FileProgress.h"
+#include "cli/JsonReport.h"
 #include "cli/PassphraseSource.h"
 #include "common/Random.h"
 #include "files/DecryptJob.h"
@@ -19,17 +20,25 @@ namespace {
 constexpr OptionSpec kFolderOption{"directory", 'C', true};
 constexpr OptionSpec kOverwriteOption{"overwrite", '\0', false};
 constexpr OptionSpec kSkipExistingOption{"skip-existing", '\0', false};
-constexpr OptionSpec kQuietOption{"quiet", 'q', false};
+constexpr OptionSpec kJsonOption{"json", '\0', false};
 
-constexpr std::array kEncryptOptions = {kOutputOption, kForceOption, kQuietOption,
-                                        kPassphraseFileOption};
-constexpr std::array kDecryptOptions = {kFolderOption, kOverwriteOption,      kSkipExistingOption,
-                                        kQuietOption,  kPassphraseFileOption, kKeyFileOption};
-constexpr std::array kReadOptions = {kQuietOption, kPassphraseFileOption, kKeyFileOption};
+constexpr std::array kEncryptOptions = {kOutputOption, kForceOption, kPassphraseFileOption};
+constexpr std::array kDecryptOptions = {kFolderOption, kOverwriteOption, kSkipExistingOption,
+                                        kPassphraseFileOption, kKeyFileOption};
+constexpr std::array kReadOptions = {kJsonOption, kPassphraseFileOption, kKeyFileOption};
 
 int JobFailed(CliContext& context, CliFileObserver& observer, const FileJobResult& result) {
     observer.ClearProgress();
     return Fail(context, kExitFailure, FileErrorMessage(result));
+}
+
+// JsonFailed reports a failed job as JobFailed does and, for --json, also on standard output.
+int JsonFailed(CliContext& context, CliFileObserver& observer, const FileJobResult& result,
+               bool json) {
+    if (json) {
+        context.out << FailureJson(result);
+    }
+    return JobFailed(context, observer, result);
 }
 
 // ListedPath gives a folder operand as an absolute, normal path, so that its stored names
@@ -56,8 +65,8 @@ int EncryptFilesRun(CliContext& context, const ParsedArgs& args) {
             return Fail(context, kExitFailure,
                         "cannot read " + operand + ": no such file or folder");
         }
-        if (list.AddListPath(ListedPath(operand)) && !args.Has(kQuietOption.longName)) {
-            context.err << "kelvora-cli: files listed twice are encrypted once\n";
+        if (list.AddListPath(ListedPath(operand))) {
+            Note(context, "files listed twice are encrypted once");
         }
     }
     const std::string output = args.Value(kOutputOption.longName).value_or(list.OutputName());
@@ -73,7 +82,8 @@ int EncryptFilesRun(CliContext& context, const ParsedArgs& args) {
     }
     FileJobAnswers answers;
     answers.replaceContainer = args.Has(kForceOption.longName);
-    answers.quiet = args.Has(kQuietOption.longName);
+    answers.quiet = context.quiet;
+    answers.doneVerb = context.verbose ? "added" : nullptr;
     CliFileObserver observer(context, answers);
     SystemRandom random;
     const EncryptRequest request{list.Entries(), output, &secret.key, &random, {}};
@@ -103,7 +113,7 @@ int DecryptFilesRun(CliContext& context, const ParsedArgs& args) {
         return Fail(context, secret.status, secret.error);
     }
     FileJobAnswers answers;
-    answers.quiet = args.Has(kQuietOption.longName);
+    answers.quiet = context.quiet;
     answers.listRestored = true;
     if (args.Has(kOverwriteOption.longName)) {
         answers.existingFile = ExistingFileAnswer::Overwrite;
@@ -128,12 +138,18 @@ int ListRun(CliContext& context, const ParsedArgs& args) {
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
     }
-    CliFileObserver observer(context, FileJobAnswers{});
+    FileJobAnswers answers;
+    answers.quiet = context.quiet;
+    CliFileObserver observer(context, answers);
     std::vector<ContainerEntry> entries;
     const FileJobResult result =
         ListContainer(DecryptRequest{args.operands[0], {}, &secret.key}, entries, observer);
     if (!result.ok()) {
-        return JobFailed(context, observer, result);
+        return JsonFailed(context, observer, result, args.Has(kJsonOption.longName));
+    }
+    if (args.Has(kJsonOption.longName)) {
+        context.out << ListJson(entries);
+        return kExitSuccess;
     }
     for (const ContainerEntry& entry : entries) {
         context.out << entry.plainBytes << '\t' << entry.name << '\n';
@@ -146,16 +162,20 @@ int TestRun(CliContext& context, const ParsedArgs& args) {
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
     }
+    const bool json = args.Has(kJsonOption.longName);
+    std::vector<std::string> checked;
     FileJobAnswers answers;
-    answers.quiet = args.Has(kQuietOption.longName);
+    answers.quiet = context.quiet;
+    answers.doneVerb = context.verbose ? "checked" : nullptr;
+    answers.doneNames = &checked;
     CliFileObserver observer(context, answers);
     const FileJobResult result =
         TestContainer(DecryptRequest{args.operands[0], {}, &secret.key}, observer);
     if (!result.ok()) {
-        return JobFailed(context, observer, result);
+        return JsonFailed(context, observer, result, json);
     }
     observer.ClearProgress();
-    context.out << "OK\n";
+    context.out << (json ? TestJson(checked) : "OK\n");
     return kExitSuccess;
 }
 
@@ -163,14 +183,13 @@ int TestRun(CliContext& context, const ParsedArgs& args) {
 
 const Command EncryptFilesCommand{
     "encrypt", "encrypt files and folders into one .vexo container",
-    "Usage: kelvora-cli encrypt -o OUT.vexo [--force] [-q] [-p FILE] PATH...\n"
+    "Usage: kelvora-cli encrypt -o OUT.vexo [--force] [-p FILE] PATH...\n"
     "Encrypts every PATH, in the order given, into one container: a folder goes in with\n"
     "everything below it (stored under the folder's own name), any other path as a single\n"
     "file. The container appears only once it is complete.\n\n"
     "  -o, --output FILE           the container to write (default: the first file's name\n"
     "                              with the extension .vexo)\n"
     "      --force                 replace an existing container\n"
-    "  -q, --quiet                 no progress on the terminal\n"
     "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n\n"
     "The passphrase comes from the first of: -p FILE, the environment variable\n"
     "KELVORA_PASSPHRASE, the terminal (asked twice).\n",
@@ -178,7 +197,7 @@ const Command EncryptFilesCommand{
 
 const Command DecryptFilesCommand{
     "decrypt", "restore the files of a .vexo container",
-    "Usage: kelvora-cli decrypt CONTAINER [-C DIR] [--overwrite | --skip-existing] [-q]\n"
+    "Usage: kelvora-cli decrypt CONTAINER [-C DIR] [--overwrite | --skip-existing]\n"
     "                           [-p FILE] [--key-file FILE]...\n"
     "Restores every file of CONTAINER below DIR (default: the current folder), creating\n"
     "its folders, and prints one line per file restored. A wrong passphrase is found before\n"
@@ -186,7 +205,6 @@ const Command DecryptFilesCommand{
     "  -C, --directory DIR         restore below DIR\n"
     "      --overwrite             replace files that exist already\n"
     "      --skip-existing         leave files that exist already as they are\n"
-    "  -q, --quiet                 no progress on the terminal\n"
     "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
     "      --key-file FILE         a shared-security key, given once per key, key 1 first\n\n"
     "The passphrase comes from the first of: -p FILE, --key-file FILE..., the environment\n"
@@ -195,10 +213,11 @@ const Command DecryptFilesCommand{
 
 const Command ListCommand{
     "list", "list the files of a .vexo container",
-    "Usage: kelvora-cli list CONTAINER [-p FILE] [--key-file FILE]...\n"
+    "Usage: kelvora-cli list CONTAINER [--json] [-p FILE] [--key-file FILE]...\n"
     "Prints one line per file, SIZE<TAB>NAME, the size in bytes and the\n"
     "name with '/' between folders. Writes nothing.\n\n"
-    "  -q, --quiet                 no progress on the terminal\n"
+    "      --json                  print {\"files\":[{\"name\":...,\"size\":...},...]} instead;\n"
+    "                              a failure prints {\"ok\":false,\"error\":...} as well\n"
     "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
     "      --key-file FILE         a shared-security key, given once per key, key 1 first\n\n"
     "The passphrase comes from the first of: -p FILE, --key-file FILE..., the environment\n"
@@ -207,10 +226,11 @@ const Command ListCommand{
 
 const Command TestCommand{
     "test", "check that a .vexo container decrypts completely",
-    "Usage: kelvora-cli test CONTAINER [-q] [-p FILE] [--key-file FILE]...\n"
+    "Usage: kelvora-cli test CONTAINER [--json] [-p FILE] [--key-file FILE]...\n"
     "Decrypts and decompresses everything, writes nothing, and prints OK,\n"
     "or says which file and chunk is damaged.\n\n"
-    "  -q, --quiet                 no progress on the terminal\n"
+    "      --json                  print {\"ok\":true,\"files\":[NAME,...]}, or on failure\n"
+    "                              {\"ok\":false,\"error\":...,\"file\":N,\"chunk\":N}\n"
     "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
     "      --key-file FILE         a shared-security key, given once per key, key 1 first\n\n"
     "The passphrase comes from the first of: -p FILE, --key-file FILE..., the environment\n"

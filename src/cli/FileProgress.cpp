@@ -63,9 +63,15 @@ void CliFileObserver::OnJobStarted(std::size_t, std::int64_t totalBytes) {
 }
 
 void CliFileObserver::OnFileDone(std::size_t, const std::string& path) {
+    if (m_answers.doneNames != nullptr) {
+        m_answers.doneNames->push_back(path);
+    }
     if (m_answers.listRestored) {
         ClearProgress();
         m_context.out << (path.starts_with("./") ? path.substr(2) : path) << '\n';
+    } else if (m_answers.doneVerb != nullptr) {
+        ClearProgress();
+        m_context.err << "kelvora-cli: " << m_answers.doneVerb << ' ' << path << '\n';
     }
 }
 

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace kelvora::cli {
 
@@ -16,6 +17,10 @@ struct FileJobAnswers {
     ExistingFileAnswer existingFile = ExistingFileAnswer::Cancel;
     bool quiet = false;
     bool listRestored = false; // decrypt prints one line per file restored
+    // doneVerb, when set, says on err what became of every file ("added", "checked").
+    const char* doneVerb = nullptr;
+    // doneNames, when set, collects every file done (for a result printed at the end).
+    std::vector<std::string>* doneNames = nullptr;
 };
 
 // CliFileObserver answers a file job from the options, prints the restored files on

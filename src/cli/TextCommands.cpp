@@ -1,6 +1,7 @@
 #include "cli/TextCommands.h"
 
 #include "cli/CliIo.h"
+#include "cli/LanguageChoice.h"
 #include "cli/PassphraseSource.h"
 #include "common/Ansi.h"
 #include "common/LineBreaks.h"
@@ -22,17 +23,6 @@ constexpr std::array kEncryptOptions = {kInputOption, kOutputOption, kLanguageOp
 constexpr std::array kDecryptOptions = {kInputOption, kOutputOption,         kNoBannerOption,
                                         kForceOption, kPassphraseFileOption, kKeyFileOption};
 
-std::optional<int> LanguageOffsetFromCode(std::string_view code) {
-    constexpr std::array<std::pair<std::string_view, int>, 4> kCodes = {
-        {{"de", kGerman}, {"en", kEnglish}, {"es", kSpanish}, {"fr", kFrench}}};
-    for (const auto& [name, offset] : kCodes) {
-        if (name == code) {
-            return offset;
-        }
-    }
-    return std::nullopt;
-}
-
 // WithoutBannerLine drops the first line when it is a banner line, with any address.
 std::string_view WithoutBannerLine(std::string_view text) {
     if (!StartsWithBanner(text)) {
@@ -46,7 +36,9 @@ int EncryptText(CliContext& context, const ParsedArgs& args) {
     if (!args.operands.empty()) {
         return Fail(context, kExitUsage, "unexpected argument '" + args.operands[0] + "'");
     }
-    const auto offset = LanguageOffsetFromCode(args.Value(kLanguageOption.longName).value_or("en"));
+    const std::optional<std::string> language = args.Value(kLanguageOption.longName);
+    const std::optional<int> offset =
+        language ? LanguageOffsetFromName(*language) : LanguageOffsetFromLocale(context.getenv);
     if (!offset) {
         return Fail(context, kExitUsage, "--lang takes de, en, es or fr");
     }
@@ -118,10 +110,12 @@ const Command EncryptTextCommand{
     "Usage: kelvora-cli encrypt-text [--lang de|en|es|fr] [-i FILE] [-o FILE] [-p FILE]\n"
     "Encrypts a UTF-8 text (standard input by default) into Base64 lines of 76 characters\n"
     "(standard output by default). The decrypted text begins with a line saying it was\n"
-    "encrypted with Kelvora, in the language --lang picks (default en).\n\n"
+    "encrypted with Kelvora, in the language --lang picks; without --lang, the language of\n"
+    "LC_ALL, LC_MESSAGES or LANG (the first one set), English when it is none of the four.\n\n"
     "  -i, --input FILE            read the text from FILE\n"
     "  -o, --output FILE           write the encrypted text to FILE\n"
-    "      --lang CODE             language of the first line: de, en, es or fr\n"
+    "      --lang CODE             language of the first line: de, en, es or fr (any case;\n"
+    "                              a locale such as de_AT.UTF-8 is taken by its language)\n"
     "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n\n"
     "The passphrase comes from the first of: -p FILE (its first line; '-' reads the first\n"
     "line of standard input), the environment variable KELVORA_PASSPHRASE, the terminal\n"
