@@ -5,9 +5,12 @@
 #include "app/LanguageId.h"
 #include "app/MessageService.h"
 #include "common/Random.h"
+#include "common/Version.h"
 
 #include <QApplication>
 #include <QLocale>
+#include <cstdio>
+#include <string_view>
 
 namespace {
 
@@ -22,6 +25,11 @@ int SystemLanguageOffset() {
 } // namespace
 
 int main(int argc, char* argv[]) {
+    // Answered before any window exists, so that it works without a display.
+    if (argc == 2 && std::string_view(argv[1]) == "--version") {
+        std::printf("kelvora %s\n", kelvora::kVersionText);
+        return 0;
+    }
     QApplication application(argc, argv);
     kelvora::QtMessageService messages;
     kelvora::SystemRandom random;

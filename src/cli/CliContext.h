@@ -45,4 +45,7 @@ void Note(CliContext& context, std::string_view message);
 // Fail writes the one error line "kelvora-cli: <message>" and returns status.
 int Fail(CliContext& context, int status, std::string_view message);
 
+// Warn writes the line "kelvora-cli: warning: <message>"; the command goes on.
+void Warn(CliContext& context, std::string_view message);
+
 } // namespace kelvora::cli

@@ -3,6 +3,7 @@
 #include "cli/FileCommands.h"
 #include "cli/TextCommands.h"
 #include "cli/ToolCommands.h"
+#include "common/Version.h"
 
 #include <algorithm>
 #include <array>
@@ -37,6 +38,12 @@ void PrintOverview(std::ostream& stream) {
     stream << "\nRun 'kelvora-cli help COMMAND' (or 'COMMAND --help') for a command's options.\n"
               "'-' names standard input or output wherever a file is named.\n"
               "Exit status: 0 success, 1 the job failed, 2 usage error.\n";
+}
+
+// PrintVersion names the program and the product version, first line alone, so that scripts
+// can read it with "head -n 1".
+void PrintVersion(std::ostream& stream) {
+    stream << "kelvora-cli " << kVersionText << '\n';
 }
 
 const Command* FindCommand(std::string_view name) {
@@ -114,6 +121,10 @@ int RunCli(CliContext& context, std::span<const std::string> args) {
         PrintOverview(context.out);
         return kExitSuccess;
     }
+    if (args[0] == "--version") {
+        PrintVersion(context.out);
+        return kExitSuccess;
+    }
     if (args[0] == "help") {
         return Help(context, args.subspan(1));
     }
@@ -134,6 +145,10 @@ void Note(CliContext& context, std::string_view message) {
 int Fail(CliContext& context, int status, std::string_view message) {
     context.err << "kelvora-cli: " << message << '\n';
     return status;
+}
+
+void Warn(CliContext& context, std::string_view message) {
+    context.err << "kelvora-cli: warning: " << message << '\n';
 }
 
 } // namespace kelvora::cli

@@ -22,7 +22,8 @@ constexpr OptionSpec kOverwriteOption{"overwrite", '\0', false};
 constexpr OptionSpec kSkipExistingOption{"skip-existing", '\0', false};
 constexpr OptionSpec kJsonOption{"json", '\0', false};
 
-constexpr std::array kEncryptOptions = {kOutputOption, kForceOption, kPassphraseFileOption};
+constexpr std::array kEncryptOptions = {kOutputOption, kForceOption, kPassphraseFileOption,
+                                        kKeyFileOption};
 constexpr std::array kDecryptOptions = {kFolderOption, kOverwriteOption, kSkipExistingOption,
                                         kPassphraseFileOption, kKeyFileOption};
 constexpr std::array kReadOptions = {kJsonOption, kPassphraseFileOption, kKeyFileOption};
@@ -183,16 +184,20 @@ int TestRun(CliContext& context, const ParsedArgs& args) {
 
 const Command EncryptFilesCommand{
     "encrypt", "encrypt files and folders into one .vexo container",
-    "Usage: kelvora-cli encrypt -o OUT.vexo [--force] [-p FILE] PATH...\n"
+    "Usage: kelvora-cli encrypt -o OUT.vexo [--force] [-p FILE | --key-file FILE...]\n"
+    "                           PATH...\n"
     "Encrypts every PATH, in the order given, into one container: a folder goes in with\n"
     "everything below it (stored under the folder's own name), any other path as a single\n"
     "file. The container appears only once it is complete.\n\n"
     "  -o, --output FILE           the container to write (default: the first file's name\n"
     "                              with the extension .vexo)\n"
     "      --force                 replace an existing container\n"
-    "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n\n"
+    "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
+    "      --key-file FILE         a shared-security key, given once per key, key 1 first\n"
+    "                              (2 to 10 files; the container then opens only in\n"
+    "                              shared-security mode, with all keys in the same order)\n\n"
     "The passphrase comes from the first of: -p FILE, the environment variable\n"
-    "KELVORA_PASSPHRASE, the terminal (asked twice).\n",
+    "KELVORA_PASSPHRASE, the terminal (asked twice); -p and --key-file exclude each other.\n",
     kEncryptOptions, EncryptFilesRun};
 
 const Command DecryptFilesCommand{

@@ -1,6 +1,7 @@
 #include "cli/PassphraseSource.h"
 
 #include "common/Ansi.h"
+#include "crypto/CRijndael.h"
 #include "crypto/KeyRules.h"
 
 #include <cerrno>
@@ -44,12 +45,41 @@ bool ReadFirstLine(CliContext& context, const std::string& path, std::string& li
     return true;
 }
 
-ObtainedSecret FromText(std::string utf8) {
+// Unholdable says that a key text holds a character the key cannot hold.
+std::string Unholdable(const std::string& whose, const UnsupportedCharacter& character) {
+    return whose + " holds " + DescribeCharacter(character) + " at character " +
+           std::to_string(character.position) + ", which a key cannot hold (it becomes \"?\")";
+}
+
+// CheckKeyText refuses (for encryption) or warns of a character the key cannot hold, so that
+// no key is made from a text other than the one the person typed without a word.
+std::optional<ObtainedSecret> CheckKeyText(CliContext& context, std::string_view utf8,
+                                           const std::string& whose, KeyPurpose purpose) {
+    const AnsiCheck check = CheckAnsi(utf8, NulRule::Allowed);
+    if (check.ok()) {
+        return std::nullopt;
+    }
+    if (purpose == KeyPurpose::Encrypt) {
+        return Failure(kExitFailure, Unholdable(whose, *check.first) + "; choose another");
+    }
+    Warn(context, Unholdable(whose, *check.first));
+    return std::nullopt;
+}
+
+ObtainedSecret FromText(CliContext& context, std::string utf8, KeyPurpose purpose) {
+    std::optional<ObtainedSecret> refused = CheckKeyText(context, utf8, "the passphrase", purpose);
     ObtainedSecret result;
     result.passphrase = SecretString(AnsiFromUtf8(utf8));
     Wipe(utf8);
     if (result.passphrase.empty()) {
         return Failure(kExitUsage, "the passphrase is empty");
+    }
+    if (refused) {
+        return std::move(*refused);
+    }
+    if (result.passphrase.str().size() > kKeyBytes) {
+        Warn(context, "the passphrase is longer than 32 characters: only the first 32 characters "
+                      "are used");
     }
     return result;
 }
@@ -70,30 +100,49 @@ ObtainedSecret FromTerminal(CliContext& context, KeyPurpose purpose) {
             return Failure(kExitUsage, "the two passphrases differ");
         }
     }
-    return FromText(std::move(*first));
+    return FromText(context, std::move(*first), purpose);
 }
 
-ObtainedSecret SharedKeyFromFiles(CliContext& context, const std::vector<std::string>& paths) {
-    if (paths.size() > kMaxSharedKeys) {
-        return Failure(kExitUsage, "at most 10 key files can be combined");
+// SharedKeyCountError says why a number of key files does not fit the purpose, if it does not.
+std::optional<std::string> SharedKeyCountError(std::size_t count, KeyPurpose purpose) {
+    if (count > kMaxSharedKeys) {
+        return "at most 10 key files can be combined";
+    }
+    if (purpose == KeyPurpose::Encrypt && count < kMinSharedKeysToEncrypt) {
+        return "one key is no shared security: give --key-file 2 to 10 times, or -p FILE";
+    }
+    return std::nullopt;
+}
+
+ObtainedSecret SharedKeyFromFiles(CliContext& context, const std::vector<std::string>& paths,
+                                  KeyPurpose purpose) {
+    if (const auto error = SharedKeyCountError(paths.size(), purpose)) {
+        return Failure(kExitUsage, *error);
     }
     std::vector<std::string> keys;
-    std::string error;
+    const auto wipeKeys = [&keys] {
+        for (std::string& key : keys) {
+            Wipe(key);
+        }
+    };
     for (const std::string& path : paths) {
         std::string line;
+        std::string error;
         if (!ReadFirstLine(context, path, line, error)) {
-            for (std::string& key : keys) {
-                Wipe(key);
-            }
+            wipeKeys();
             return Failure(kExitUsage, error);
         }
+        const std::string whose = "key " + std::to_string(keys.size() + 1);
+        std::optional<ObtainedSecret> refused = CheckKeyText(context, line, whose, purpose);
         keys.push_back(AnsiFromUtf8(line));
         Wipe(line);
+        if (refused) {
+            wipeKeys();
+            return std::move(*refused);
+        }
     }
     SharedKey shared = BuildKey(keys);
-    for (std::string& key : keys) {
-        Wipe(key);
-    }
+    wipeKeys();
     if (!shared.ok()) {
         return Failure(kExitUsage, "key " + std::to_string(shared.emptyKeyNumber) + " is empty");
     }
@@ -111,10 +160,10 @@ ObtainedSecret ObtainPassphrase(CliContext& context, const ParsedArgs& args, Key
         if (!ReadFirstLine(context, *path, line, error)) {
             return Failure(kExitUsage, error);
         }
-        return FromText(std::move(line));
+        return FromText(context, std::move(line), purpose);
     }
     if (auto fromEnvironment = context.getenv(kPassphraseVariable)) {
-        return FromText(std::move(*fromEnvironment));
+        return FromText(context, std::move(*fromEnvironment), purpose);
     }
     if (context.prompt != nullptr) {
         return FromTerminal(context, purpose);
@@ -125,9 +174,11 @@ ObtainedSecret ObtainPassphrase(CliContext& context, const ParsedArgs& args, Key
 
 ObtainedSecret ObtainKey(CliContext& context, const ParsedArgs& args, KeyPurpose purpose) {
     const std::vector<std::string> keyFiles = args.Values(kKeyFileOption.longName);
-    if (purpose == KeyPurpose::Decrypt && !keyFiles.empty() &&
-        !args.Has(kPassphraseFileOption.longName)) {
-        return SharedKeyFromFiles(context, keyFiles);
+    if (!keyFiles.empty() && args.Has(kPassphraseFileOption.longName)) {
+        return Failure(kExitUsage, "give either -p FILE or --key-file FILE..., not both");
+    }
+    if (!keyFiles.empty()) {
+        return SharedKeyFromFiles(context, keyFiles, purpose);
     }
     ObtainedSecret result = ObtainPassphrase(context, args, purpose);
     if (result.ok()) {

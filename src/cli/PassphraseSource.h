@@ -12,12 +12,13 @@ namespace kelvora::cli {
 // from a command-line argument, where other users could read it.
 inline constexpr OptionSpec kPassphraseFileOption{"passphrase-file", 'p', true};
 inline constexpr OptionSpec kKeyFileOption{"key-file", '\0', true};
+inline constexpr std::size_t kMinSharedKeysToEncrypt = 2; // one key is no shared security
 inline constexpr std::size_t kMaxSharedKeys = 10;
 inline constexpr const char* kPassphraseVariable = "KELVORA_PASSPHRASE";
 
 enum class KeyPurpose {
-    Encrypt, // asks twice on a terminal; shared keys are not accepted
-    Decrypt, // accepts --key-file 1 to 10 times
+    Encrypt, // asks twice on a terminal; --key-file 2 to 10 times; refuses what a key cannot hold
+    Decrypt, // --key-file 1 to 10 times; warns of what a key cannot hold
     Rate,    // asks once; the passphrase itself is wanted, not a key
 };
 
@@ -33,12 +34,15 @@ struct ObtainedSecret {
 
 // ObtainPassphrase takes the passphrase from the first source present: -p FILE (its first
 // line; "-" reads the first line of standard input), the environment variable, the
-// terminal. An empty passphrase, or no source at all, is a usage error.
+// terminal. An empty passphrase, or no source at all, is a usage error. A character that
+// Windows-1252 lacks would reach the key as "?": encryption refuses it (exit 1, naming the
+// character), the other purposes warn on err; a passphrase longer than the key warns too.
 [[nodiscard]] ObtainedSecret ObtainPassphrase(CliContext& context, const ParsedArgs& args,
                                               KeyPurpose purpose);
 
-// ObtainKey gives the 32-byte key for a purpose: the passphrase key rule, or for decryption
-// with --key-file the shared key rule over the keys in order, key 1 first.
+// ObtainKey gives the 32-byte key for a purpose: the passphrase key rule, or with --key-file
+// the shared key rule over the keys in order, key 1 first. -p with --key-file is a usage
+// error, and so is a number of key files the purpose does not take.
 [[nodiscard]] ObtainedSecret ObtainKey(CliContext& context, const ParsedArgs& args,
                                        KeyPurpose purpose);
 

@@ -9,6 +9,7 @@
 #include "i18n/Catalogue.h"
 #include "text/EncryptedText.h"
 
+#include <algorithm>
 #include <array>
 
 namespace kelvora::cli {
@@ -17,9 +18,11 @@ namespace {
 constexpr OptionSpec kInputOption{"input", 'i', true};
 constexpr OptionSpec kLanguageOption{"lang", '\0', true};
 constexpr OptionSpec kNoBannerOption{"no-banner", '\0', false};
+constexpr OptionSpec kReplaceUnsupportedOption{"replace-unsupported", '\0', false};
 
-constexpr std::array kEncryptOptions = {kInputOption, kOutputOption, kLanguageOption,
-                                        kPassphraseFileOption};
+constexpr std::array kEncryptOptions = {kInputOption,          kOutputOption,
+                                        kLanguageOption,       kReplaceUnsupportedOption,
+                                        kPassphraseFileOption, kKeyFileOption};
 constexpr std::array kDecryptOptions = {kInputOption, kOutputOption,         kNoBannerOption,
                                         kForceOption, kPassphraseFileOption, kKeyFileOption};
 
@@ -30,6 +33,31 @@ std::string_view WithoutBannerLine(std::string_view text) {
     }
     const std::size_t lineEnd = text.find("\r\n");
     return lineEnd == std::string_view::npos ? std::string_view() : text.substr(lineEnd + 2);
+}
+
+// AnsiText converts the text to encrypt to Windows-1252. A character the code page lacks, or
+// a NUL (the text would end there when shown), refuses the text with its position, unless
+// the person allowed "?" in their place; then err says how many were replaced.
+std::optional<std::string> AnsiText(CliContext& context, const ParsedArgs& args,
+                                    std::string_view utf8) {
+    const AnsiCheck check = CheckAnsi(utf8, NulRule::Refused);
+    if (check.ok()) {
+        return AnsiFromUtf8(utf8);
+    }
+    if (!args.Has(kReplaceUnsupportedOption.longName)) {
+        const UnsupportedCharacter& first = *check.first;
+        Fail(context, kExitFailure,
+             "the text holds " + DescribeCharacter(first) + " at line " +
+                 std::to_string(first.line) + ", column " + std::to_string(first.column) +
+                 ", which an encrypted text cannot hold; give --replace-unsupported to encrypt "
+                 "\"?\" in its place");
+        return std::nullopt;
+    }
+    std::string ansi = AnsiFromUtf8(utf8);
+    std::replace(ansi.begin(), ansi.end(), '\0', '?');
+    Warn(context, std::to_string(check.count) + " character" + (check.count == 1 ? "" : "s") +
+                      " of the text replaced by \"?\"");
+    return ansi;
 }
 
 int EncryptText(CliContext& context, const ParsedArgs& args) {
@@ -54,8 +82,13 @@ int EncryptText(CliContext& context, const ParsedArgs& args) {
     if (input.empty()) {
         return Fail(context, kExitFailure, "the text to encrypt is empty");
     }
-    SecretString plain(WithBanner(*offset, ToCrLf(AnsiFromUtf8(input))));
+    std::optional<std::string> ansi = AnsiText(context, args, input);
     Wipe(input);
+    if (!ansi) {
+        return kExitFailure;
+    }
+    SecretString plain(WithBanner(*offset, ToCrLf(*ansi)));
+    Wipe(*ansi);
     CRijndael cipher;
     SystemRandom random;
     const TextResult result = kelvora::EncryptText(cipher, secret.key.bytes(), plain.str(), random);
@@ -107,7 +140,8 @@ int DecryptText(CliContext& context, const ParsedArgs& args) {
 
 const Command EncryptTextCommand{
     "encrypt-text", "encrypt a text into printable lines",
-    "Usage: kelvora-cli encrypt-text [--lang de|en|es|fr] [-i FILE] [-o FILE] [-p FILE]\n"
+    "Usage: kelvora-cli encrypt-text [--lang de|en|es|fr] [--replace-unsupported] [-i FILE]\n"
+    "                                [-o FILE] [-p FILE | --key-file FILE...]\n"
     "Encrypts a UTF-8 text (standard input by default) into Base64 lines of 76 characters\n"
     "(standard output by default). The decrypted text begins with a line saying it was\n"
     "encrypted with Kelvora, in the language --lang picks; without --lang, the language of\n"
@@ -116,16 +150,22 @@ const Command EncryptTextCommand{
     "  -o, --output FILE           write the encrypted text to FILE\n"
     "      --lang CODE             language of the first line: de, en, es or fr (any case;\n"
     "                              a locale such as de_AT.UTF-8 is taken by its language)\n"
-    "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n\n"
+    "      --replace-unsupported   encrypt \"?\" for characters outside Windows-1252 and NULs\n"
+    "                              instead of refusing the text\n"
+    "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
+    "      --key-file FILE         a shared-security key, given once per key, key 1 first\n"
+    "                              (2 to 10 files; each file's first line is the key)\n\n"
     "The passphrase comes from the first of: -p FILE (its first line; '-' reads the first\n"
     "line of standard input), the environment variable KELVORA_PASSPHRASE, the terminal\n"
-    "(asked twice).\n",
+    "(asked twice). With --key-file the text opens only in shared-security mode, with all\n"
+    "keys in the same order. A passphrase or key holding a character outside Windows-1252\n"
+    "is refused; only the first 32 characters of a passphrase count (a warning says so).\n",
     kEncryptOptions, EncryptText};
 
 const Command DecryptTextCommand{
     "decrypt-text", "decrypt a text made by encrypt-text or the window",
-    "Usage: kelvora-cli decrypt-text [--no-banner] [--force] [-i FILE] [-o FILE] [-p FILE]\n"
-    "                                [--key-file FILE]...\n"
+    "Usage: kelvora-cli decrypt-text [--no-banner] [--force] [-i FILE] [-o FILE]\n"
+    "                                [-p FILE | --key-file FILE...]\n"
     "Decrypts an encrypted text (line breaks and blanks anywhere are fine) and writes the\n"
     "text as the program's window shows it: the Kelvora line first, then the text.\n\n"
     "  -i, --input FILE            read the encrypted text from FILE\n"
@@ -135,9 +175,9 @@ const Command DecryptTextCommand{
     "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
     "      --key-file FILE         a shared-security key, given once per key, key 1 first\n"
     "                              (1 to 10 files; each file's first line is the key)\n\n"
-    "The passphrase comes from the first of: -p FILE, --key-file FILE..., the environment\n"
-    "variable KELVORA_PASSPHRASE, the terminal. Exit status 1 and no output when the text\n"
-    "does not decrypt to a Kelvora text (wrong passphrase), unless --force.\n",
+    "The key comes from -p FILE or --key-file FILE... (not both), else the environment\n"
+    "variable KELVORA_PASSPHRASE, else the terminal. Exit status 1 and no output when the\n"
+    "text does not decrypt to a Kelvora text (wrong passphrase), unless --force.\n",
     kDecryptOptions, DecryptText};
 
 } // namespace kelvora::cli

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstdio>
 
 namespace kelvora {
 namespace {
@@ -18,8 +19,13 @@ void AppendUtf8(std::string& out, char32_t cp) {
     } else if (cp < 0x800) {
         out.push_back(static_cast<char>(0xC0 | (cp >> 6)));
         out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
-    } else {
+    } else if (cp < 0x10000) {
         out.push_back(static_cast<char>(0xE0 | (cp >> 12)));
+        out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
+        out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
+    } else {
+        out.push_back(static_cast<char>(0xF0 | (cp >> 18)));
+        out.push_back(static_cast<char>(0x80 | ((cp >> 12) & 0x3F)));
         out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
         out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
     }
@@ -68,6 +74,10 @@ char32_t DecodeUtf8(std::string_view text, std::size_t& pos) {
     return cp;
 }
 
+bool IsControl(char32_t cp) {
+    return cp < 0x20 || (cp >= 0x7F && cp < 0xA0);
+}
+
 } // namespace
 
 char AnsiFromCodePoint(char32_t codePoint) {
@@ -106,6 +116,48 @@ std::string Utf8FromAnsi(std::string_view ansi) {
         AppendUtf8(out, CodePointFromAnsi(static_cast<unsigned char>(c)));
     }
     return out;
+}
+
+AnsiCheck CheckAnsi(std::string_view utf8, NulRule nul) {
+    AnsiCheck check;
+    std::size_t position = 0;
+    std::size_t line = 1;
+    std::size_t column = 0;
+    for (std::size_t pos = 0; pos < utf8.size();) {
+        const std::size_t start = pos;
+        const char32_t cp = DecodeUtf8(utf8, pos);
+        ++position;
+        ++column;
+        // A decoded U+FFFD that took one byte was a malformed byte, not the character itself.
+        const bool malformed = cp == 0xFFFD && pos == start + 1;
+        const bool unsupported = malformed || (cp == 0 && nul == NulRule::Refused) ||
+                                 (cp != '?' && AnsiFromCodePoint(cp) == '?');
+        if (unsupported && check.count++ == 0) {
+            const char32_t shown = malformed ? static_cast<unsigned char>(utf8[start]) : cp;
+            check.first = UnsupportedCharacter{shown, position, line, column, malformed};
+        }
+        if (cp == '\n') {
+            ++line;
+            column = 0;
+        }
+    }
+    return check;
+}
+
+std::string DescribeCharacter(const UnsupportedCharacter& character) {
+    char code[32];
+    if (character.malformed) {
+        std::snprintf(code, sizeof code, "the byte 0x%02X (not UTF-8)",
+                      static_cast<unsigned>(character.codePoint));
+        return code;
+    }
+    std::snprintf(code, sizeof code, "U+%04X", static_cast<unsigned>(character.codePoint));
+    if (IsControl(character.codePoint)) {
+        return code;
+    }
+    std::string named = "'";
+    AppendUtf8(named, character.codePoint);
+    return named + "' (" + code + ")";
 }
 
 } // namespace kelvora

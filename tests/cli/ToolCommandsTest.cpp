@@ -1,5 +1,6 @@
 #include "ProcessRunner.h"
 #include "cli/Commands.h"
+#include "common/Version.h"
 
 #include <gtest/gtest.h>
 
@@ -33,6 +34,14 @@ TEST(ToolCommands, EveryCommandExplainsItself) {
     }
     EXPECT_EQ(RunCli({"--help"}).status, 0);
     EXPECT_EQ(RunCli({}).status, 2);
+}
+
+TEST(ToolCommands, VersionLeadsWithTheProductVersion) {
+    const auto result = RunCli({"--version"});
+    ASSERT_EQ(result.status, 0) << result.err;
+    const std::string firstLine = result.out.substr(0, result.out.find('\n'));
+    EXPECT_EQ(firstLine, std::string("kelvora-cli ") + kVersionText);
+    EXPECT_EQ(result.err, "");
 }
 
 } // namespace

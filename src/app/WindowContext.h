@@ -1,0 +1,24 @@
+#pragma once
+
+#include "app/MessageService.h"
+#include "common/Random.h"
+
+#include <QString>
+
+namespace kelvora {
+
+// WindowContext is what every part of the main window shares: the dialog seam, the random
+// source and the window's current language.
+struct WindowContext {
+    MessageService& messages;
+    RandomSource& random;
+    int languageOffset;
+
+    // Text is the catalogue text of germanId in the window's language, "%s" filled with s.
+    QString Text(int germanId, const QString& s = {}) const;
+    // ShowMessage shows the catalogue text of germanId with an OK button and the default title.
+    void ShowMessage(int germanId, const QString& s = {},
+                     MessageService::Icon icon = MessageService::Icon::Information) const;
+};
+
+} // namespace kelvora

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "files/FileJobObserver.h"
+
+#include <QElapsedTimer>
+#include <QFrame>
+#include <atomic>
+
+class QPushButton;
+class QTimer;
+
+namespace kelvora {
+
+class CountAnimation;
+class Lamp;
+class ProgressBar;
+
+// WorkingPanel is the busy display FrameW: the working light PictArbeitampel, the animation
+// ImgCount driven by the timer TmrCount, ProgressBar1 (the blocks or chunks of the current
+// piece of work), ProgressBar2 (the files) and the cancel button cmdCancel. It observes the
+// job in progress: it shows the job's progress and tells the job when cancel was pressed.
+class WorkingPanel : public QFrame, public FileJobObserver {
+    Q_OBJECT
+
+public:
+    explicit WorkingPanel(QWidget* parent = nullptr);
+
+    // Start readies the panel for a new job: bars at 0, no cancel request, the clock and the
+    // animation running. Stop ends the animation.
+    void Start();
+    void Stop();
+
+    // RequestCancel is cmdCancel's click: the job stops at its next check. A linked flag
+    // (the cipher's own stop request) is set as well.
+    void RequestCancel();
+    void LinkCancel(std::atomic<bool>* flag) { m_linkedCancel = flag; }
+
+    ProgressBar& ChunkBar() { return *m_progressBar1; }
+    ProgressBar& FileBar() { return *m_progressBar2; }
+
+    // JobObserver and FileJobObserver.
+    void OnProgressRange(std::int64_t maximum) override;
+    void OnProgress(std::int64_t position) override;
+    void LetEventsRun() override;
+    bool CancelRequested() override { return m_cancel.load(); }
+
+private:
+    void OnTmrCountTick();
+
+    std::atomic<bool> m_cancel{false};
+    std::atomic<bool>* m_linkedCancel = nullptr;
+    QElapsedTimer m_workClock;
+    Lamp* m_pictArbeitampel = nullptr;
+    CountAnimation* m_imgCount = nullptr;
+    QTimer* m_tmrCount = nullptr;
+    ProgressBar* m_progressBar1 = nullptr;
+    ProgressBar* m_progressBar2 = nullptr;
+    QPushButton* m_cmdCancel = nullptr;
+};
+
+} // namespace kelvora
