@@ -9,6 +9,7 @@
 #include "common/Ansi.h"
 #include "common/LineBreaks.h"
 #include "crypto/CRijndael.h"
+#include "text/ArmourFinder.h"
 #include "text/EncryptedText.h"
 
 #include <QHBoxLayout>
@@ -23,6 +24,7 @@ namespace {
 // The mail window is not part of the program yet; cmdMail stays hidden until it is.
 constexpr bool kMailWindowAvailable = false;
 constexpr int kMissingInputMessageId = 114;
+constexpr int kSeveralArmoursMessageId = 630;
 
 } // namespace
 
@@ -80,6 +82,28 @@ std::string TextPage::AnsiResults() const {
     return ToCrLf(AnsiFromUtf8(m_txtResults->toPlainText().toStdString()));
 }
 
+// ArmourToDecrypt takes the encrypted text out of the box, which may hold a whole pasted
+// mail: the only one found, or of several the one the cursor stands in (else the first),
+// after saying so. A box in which nothing looks like an encrypted text is taken whole.
+std::string TextPage::ArmourToDecrypt() {
+    std::string text = AnsiResults();
+    const std::vector<ArmourBlock> blocks = FindArmourBlocks(text);
+    if (blocks.empty()) {
+        return text;
+    }
+    std::size_t chosen = 0;
+    if (blocks.size() > 1) {
+        const auto line = static_cast<std::size_t>(m_txtResults->textCursor().blockNumber()) + 1;
+        for (std::size_t i = 0; i < blocks.size(); ++i) {
+            if (blocks[i].firstLine <= line && line <= blocks[i].lastLine) {
+                chosen = i;
+            }
+        }
+        m_context.ShowMessage(kSeveralArmoursMessageId, QString::number(blocks.size()));
+    }
+    return blocks[chosen].base64;
+}
+
 void TextPage::ShowResults(std::string_view ansiText) {
     m_txtResults->setPlainText(QString::fromStdString(FromCrLf(Utf8FromAnsi(ansiText))));
 }
@@ -115,6 +139,7 @@ void TextPage::OnCommand2Click() {
     if (!TextInputsGiven()) {
         return;
     }
+    const std::string armour = ArmourToDecrypt();
     JobScope job(m_host);
     CRijndael cipher(&job.Observer());
     job.LinkCancel(cipher.Cancel);
@@ -122,7 +147,7 @@ void TextPage::OnCommand2Click() {
     if (!key) {
         return;
     }
-    TextResult result = DecryptText(cipher, key->bytes(), AnsiResults());
+    TextResult result = DecryptText(cipher, key->bytes(), armour);
     if (result.status == TextStatus::NotBlockAligned) {
         m_context.ShowMessage(kMissingInputMessageId);
     } else if (result.status == TextStatus::Ok) {

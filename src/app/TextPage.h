@@ -40,6 +40,7 @@ private:
     // TextInputsGiven shows message 114 unless both the passphrase and the text are there.
     bool TextInputsGiven();
     std::string AnsiResults() const;
+    std::string ArmourToDecrypt();
     void ShowResults(std::string_view ansiText);
 
     WindowContext& m_context;

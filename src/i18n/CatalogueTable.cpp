@@ -498,6 +498,16 @@ constexpr CatalogueRow kRows[] = {
           "%s [/setEncrFiles <lista de archivos> /outputfile <archivo>]|[/setDecrFile <archivo>]",
           "Paramètres de Kelvora :\r\n"
           "%s [/setEncrFiles <liste de fichiers> /outputfile <fichier>]|[/setDecrFile <fichier>]"},
+
+    // Several encrypted texts in the text box (a pasted mail thread); "%s" is their number.
+    {630, "Der Text enthält %s verschlüsselte Texte. Entschlüsselt wird der, in dem die "
+          "Schreibmarke steht, sonst der erste.",
+          "The text holds %s encrypted texts. The one the cursor stands in is decrypted, "
+          "otherwise the first one.",
+          "El texto contiene %s textos cifrados. Se descifra aquel en el que está el cursor o, "
+          "si no, el primero.",
+          "Le texte contient %s textes chiffrés. Celui où se trouve le curseur est déchiffré, "
+          "sinon le premier."},
 };
 // clang-format on
 
