@@ -4,6 +4,7 @@
 #include "cli/FileProgress.h"
 #include "cli/JsonReport.h"
 #include "cli/PassphraseSource.h"
+#include "cli/StreamCommands.h"
 #include "common/Random.h"
 #include "files/DecryptJob.h"
 #include "files/EncryptJob.h"
@@ -21,10 +22,13 @@ constexpr OptionSpec kFolderOption{"directory", 'C', true};
 constexpr OptionSpec kOverwriteOption{"overwrite", '\0', false};
 constexpr OptionSpec kSkipExistingOption{"skip-existing", '\0', false};
 constexpr OptionSpec kJsonOption{"json", '\0', false};
+constexpr OptionSpec kKeepGoingOption{"keep-going", 'k', false};
+constexpr OptionSpec kPartialOption{"partial", '\0', false};
 
 constexpr std::array kEncryptOptions = {kOutputOption, kForceOption, kPassphraseFileOption,
                                         kKeyFileOption};
-constexpr std::array kDecryptOptions = {kFolderOption, kOverwriteOption, kSkipExistingOption,
+constexpr std::array kDecryptOptions = {kFolderOption,         kOutputOption,    kOverwriteOption,
+                                        kSkipExistingOption,   kKeepGoingOption, kPartialOption,
                                         kPassphraseFileOption, kKeyFileOption};
 constexpr std::array kReadOptions = {kJsonOption, kPassphraseFileOption, kKeyFileOption};
 
@@ -102,16 +106,66 @@ ObtainedSecret StartReading(CliContext& context, const ParsedArgs& args) {
                                               : "unexpected argument '" + args.operands[1] + "'";
         return refused;
     }
+    if (args.operands[0] == "-" && args.Value(kPassphraseFileOption.longName) == "-") {
+        ObtainedSecret refused;
+        refused.status = kExitUsage;
+        refused.error = "the container and the passphrase cannot both come from standard input";
+        return refused;
+    }
     return ObtainKey(context, args, KeyPurpose::Decrypt);
 }
 
-int DecryptFilesRun(CliContext& context, const ParsedArgs& args) {
+// Walked reads a container front to back without its index: from a pipe, for salvage or
+// to write its single file to standard output.
+bool Walked(const ParsedArgs& args) {
+    return args.operands.size() == 1 && args.operands[0] == "-";
+}
+
+WalkRequest WalkRequestFor(const ParsedArgs& args) {
+    WalkRequest request;
+    request.container = args.operands[0];
+    request.folder = args.Value(kFolderOption.longName).value_or(".");
+    request.toStandardOutput = args.Has(kOutputOption.longName);
+    request.keepGoing = args.Has(kKeepGoingOption.longName);
+    request.keepPartial = args.Has(kPartialOption.longName);
+    request.json = args.Has(kJsonOption.longName);
+    if (args.Has(kOverwriteOption.longName)) {
+        request.existingFile = ExistingFileAnswer::Overwrite;
+    } else if (args.Has(kSkipExistingOption.longName)) {
+        request.existingFile = ExistingFileAnswer::Skip;
+    }
+    return request;
+}
+
+// DecryptOptionsProblem names a combination of decrypt options that cannot work.
+std::string DecryptOptionsProblem(const ParsedArgs& args) {
     if (args.Has(kOverwriteOption.longName) && args.Has(kSkipExistingOption.longName)) {
-        return Fail(context, kExitUsage, "--overwrite and --skip-existing exclude each other");
+        return "--overwrite and --skip-existing exclude each other";
+    }
+    if (args.Has(kOutputOption.longName) && args.Value(kOutputOption.longName) != "-") {
+        return "-o takes only '-' (standard output); restore into a folder with -C DIR";
+    }
+    if (args.Has(kOutputOption.longName) &&
+        (args.Has(kFolderOption.longName) || args.Has(kKeepGoingOption.longName))) {
+        return "-o - writes one file to standard output: it goes with neither -C nor "
+               "--keep-going";
+    }
+    if (args.Has(kPartialOption.longName) && !args.Has(kKeepGoingOption.longName)) {
+        return "--partial goes with --keep-going";
+    }
+    return {};
+}
+
+int DecryptFilesRun(CliContext& context, const ParsedArgs& args) {
+    if (const std::string problem = DecryptOptionsProblem(args); !problem.empty()) {
+        return Fail(context, kExitUsage, problem);
     }
     const ObtainedSecret secret = StartReading(context, args);
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
+    }
+    if (Walked(args) || args.Has(kOutputOption.longName) || args.Has(kKeepGoingOption.longName)) {
+        return WalkDecrypt(context, WalkRequestFor(args), secret.key);
     }
     FileJobAnswers answers;
     answers.quiet = context.quiet;
@@ -139,6 +193,9 @@ int ListRun(CliContext& context, const ParsedArgs& args) {
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
     }
+    if (Walked(args)) {
+        return WalkList(context, WalkRequestFor(args), secret.key);
+    }
     FileJobAnswers answers;
     answers.quiet = context.quiet;
     CliFileObserver observer(context, answers);
@@ -162,6 +219,9 @@ int TestRun(CliContext& context, const ParsedArgs& args) {
     const ObtainedSecret secret = StartReading(context, args);
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
+    }
+    if (Walked(args)) {
+        return WalkTest(context, WalkRequestFor(args), secret.key);
     }
     const bool json = args.Has(kJsonOption.longName);
     std::vector<std::string> checked;
@@ -203,11 +263,23 @@ const Command EncryptFilesCommand{
 const Command DecryptFilesCommand{
     "decrypt", "restore the files of a .vexo container",
     "Usage: kelvora-cli decrypt CONTAINER [-C DIR] [--overwrite | --skip-existing]\n"
-    "                           [-p FILE] [--key-file FILE]...\n"
+    "                           [--keep-going [--partial]] [-p FILE] [--key-file FILE]...\n"
+    "       kelvora-cli decrypt -o - CONTAINER\n"
     "Restores every file of CONTAINER below DIR (default: the current folder), creating\n"
     "its folders, and prints one line per file restored. A wrong passphrase is found before\n"
-    "anything is written; names that would leave DIR are refused.\n\n"
+    "anything is written; names that would leave DIR are refused.\n"
+    "CONTAINER '-' reads the container from standard input, record by record without its\n"
+    "index, and checks the index at the end against what was read.\n\n"
     "  -C, --directory DIR         restore below DIR\n"
+    "  -o -                        write the container's single file to standard output\n"
+    "                              (a container of several files is refused when the\n"
+    "                              second one is reached)\n"
+    "  -k, --keep-going            salvage a damaged or cut-off container: restore every\n"
+    "                              file whose chunks all check out, name each damaged file\n"
+    "                              and its first damaged chunk, and go on; works without\n"
+    "                              the index too (exit status 1 when anything was damaged)\n"
+    "      --partial               with --keep-going, also keep the intact leading chunks of\n"
+    "                              a damaged file, as NAME.partial\n"
     "      --overwrite             replace files that exist already\n"
     "      --skip-existing         leave files that exist already as they are\n"
     "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
@@ -220,7 +292,8 @@ const Command ListCommand{
     "list", "list the files of a .vexo container",
     "Usage: kelvora-cli list CONTAINER [--json] [-p FILE] [--key-file FILE]...\n"
     "Prints one line per file, SIZE<TAB>NAME, the size in bytes and the\n"
-    "name with '/' between folders. Writes nothing.\n\n"
+    "name with '/' between folders. Writes nothing. CONTAINER '-' reads standard input\n"
+    "(everything is then decrypted, and the list printed once the index has been checked).\n\n"
     "      --json                  print {\"files\":[{\"name\":...,\"size\":...},...]} instead;\n"
     "                              a failure prints {\"ok\":false,\"error\":...} as well\n"
     "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
@@ -233,7 +306,8 @@ const Command TestCommand{
     "test", "check that a .vexo container decrypts completely",
     "Usage: kelvora-cli test CONTAINER [--json] [-p FILE] [--key-file FILE]...\n"
     "Decrypts and decompresses everything, writes nothing, and prints OK,\n"
-    "or says which file and chunk is damaged.\n\n"
+    "or says which file and chunk is damaged. CONTAINER '-' reads standard input and\n"
+    "also checks the index at the end against the records read.\n\n"
     "      --json                  print {\"ok\":true,\"files\":[NAME,...]}, or on failure\n"
     "                              {\"ok\":false,\"error\":...,\"file\":N,\"chunk\":N}\n"
     "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"

@@ -60,11 +60,6 @@ FileJobResult ContainerSession::Open(const DecryptRequest& request) {
     return CheckPassphrase(m_reader, m_cipher, m_observer);
 }
 
-namespace {
-
-enum class Target { Write, Skip, Cancel };
-
-// ChooseTarget settles where a file goes when its path is taken already.
 Target ChooseTarget(std::string& path, bool& replace, FileJobObserver& observer) {
     replace = false;
     while (PathExists(path)) {
@@ -86,6 +81,8 @@ Target ChooseTarget(std::string& path, bool& replace, FileJobObserver& observer)
     }
     return Target::Write;
 }
+
+namespace {
 
 FileJobResult RestoreFile(ContainerSession& session, const FileRange& range,
                           const std::string& folder, FileJobObserver& observer, bool& refused) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <utility>
 
 namespace kelvora {
 
@@ -66,6 +67,9 @@ public:
     // Commit closes the file and renames it to the final path. With replace false an
     // existing file is never replaced (the call then fails with EEXIST).
     [[nodiscard]] bool Commit(bool replace);
+    // Retarget changes the final path before Commit, within the same folder (a file that
+    // turned out damaged is kept under a name that says so).
+    void Retarget(std::string finalPath) { m_finalPath = std::move(finalPath); }
     // Discard closes and removes the temporary file.
     void Discard();
 
