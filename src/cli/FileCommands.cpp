@@ -4,12 +4,15 @@
 #include "cli/FileProgress.h"
 #include "cli/JsonReport.h"
 #include "cli/PassphraseSource.h"
+#include "cli/StandardInputEncrypt.h"
+#include "cli/StreamAdapters.h"
 #include "cli/StreamCommands.h"
 #include "common/Random.h"
 #include "files/DecryptJob.h"
 #include "files/EncryptJob.h"
 #include "files/FileIo.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <ostream>
@@ -25,8 +28,8 @@ constexpr OptionSpec kJsonOption{"json", '\0', false};
 constexpr OptionSpec kKeepGoingOption{"keep-going", 'k', false};
 constexpr OptionSpec kPartialOption{"partial", '\0', false};
 
-constexpr std::array kEncryptOptions = {kOutputOption, kForceOption, kPassphraseFileOption,
-                                        kKeyFileOption};
+constexpr std::array kEncryptOptions = {kOutputOption, kForceOption, kNameOption,
+                                        kPassphraseFileOption, kKeyFileOption};
 constexpr std::array kDecryptOptions = {kFolderOption,         kOutputOption,    kOverwriteOption,
                                         kSkipExistingOption,   kKeepGoingOption, kPartialOption,
                                         kPassphraseFileOption, kKeyFileOption};
@@ -64,6 +67,12 @@ int EncryptFilesRun(CliContext& context, const ParsedArgs& args) {
     if (args.operands.empty()) {
         return Fail(context, kExitUsage, "no files to encrypt (see 'kelvora-cli encrypt --help')");
     }
+    if (std::find(args.operands.begin(), args.operands.end(), "-") != args.operands.end()) {
+        return EncryptStandardInput(context, args);
+    }
+    if (args.Has(kNameOption.longName)) {
+        return Fail(context, kExitUsage, "--name names standard input ('-'), which is not given");
+    }
     InputList list;
     for (const std::string& operand : args.operands) {
         if (!PathExists(operand)) {
@@ -92,7 +101,10 @@ int EncryptFilesRun(CliContext& context, const ParsedArgs& args) {
     CliFileObserver observer(context, answers);
     SystemRandom random;
     const EncryptRequest request{list.Entries(), output, &secret.key, &random, {}};
-    const FileJobResult result = EncryptFiles(request, observer);
+    OstreamSink standardOutput(context.out);
+    const FileJobResult result = output == "-" ? EncryptFilesTo(request, standardOutput, observer)
+                                               : EncryptFiles(request, observer);
+    context.out.flush();
     return result.ok() ? kExitSuccess : JobFailed(context, observer, result);
 }
 
@@ -246,11 +258,15 @@ const Command EncryptFilesCommand{
     "encrypt", "encrypt files and folders into one .vexo container",
     "Usage: kelvora-cli encrypt -o OUT.vexo [--force] [-p FILE | --key-file FILE...]\n"
     "                           PATH...\n"
+    "       kelvora-cli encrypt --name NAME -o OUT.vexo [--force] -\n"
     "Encrypts every PATH, in the order given, into one container: a folder goes in with\n"
     "everything below it (stored under the folder's own name), any other path as a single\n"
-    "file. The container appears only once it is complete.\n\n"
+    "file. The container appears only once it is complete. PATH '-' (alone) stores\n"
+    "standard input, read to its end, as one file named NAME.\n\n"
     "  -o, --output FILE           the container to write (default: the first file's name\n"
-    "                              with the extension .vexo)\n"
+    "                              with the extension .vexo); '-' streams it to standard\n"
+    "                              output, records first and the index last\n"
+    "      --name NAME             the stored name of standard input ('a/b' makes folders)\n"
     "      --force                 replace an existing container\n"
     "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
     "      --key-file FILE         a shared-security key, given once per key, key 1 first\n"

@@ -28,6 +28,14 @@ FileJobResult CheckStoredNames(const std::vector<std::string>& names,
     return {};
 }
 
+std::vector<std::string> StoredNamesOf(const std::vector<InputEntry>& entries) {
+    std::vector<std::string> names;
+    for (const InputEntry& entry : entries) {
+        names.push_back(StoredNameFor(entry.path, entry.relativePath));
+    }
+    return names;
+}
+
 std::int64_t PlainBytesOf(const std::vector<InputEntry>& entries) {
     std::int64_t total = 0;
     for (const InputEntry& entry : entries) {
@@ -76,10 +84,7 @@ FileJobResult EncryptFiles(const EncryptRequest& request, FileJobObserver& obser
         request.key->empty() || request.random == nullptr) {
         return Failure(FileError::NothingToDo);
     }
-    std::vector<std::string> names;
-    for (const InputEntry& entry : request.entries) {
-        names.push_back(StoredNameFor(entry.path, entry.relativePath));
-    }
+    const std::vector<std::string> names = StoredNamesOf(request.entries);
     if (FileJobResult refused = CheckStoredNames(names, request.entries); !refused.ok()) {
         return refused;
     }
@@ -103,6 +108,20 @@ FileJobResult EncryptFiles(const EncryptRequest& request, FileJobObserver& obser
         result = Failure(FileError::WriteFailed, 0, 0, request.outputPath, output.LastError());
     }
     return result;
+}
+
+FileJobResult EncryptFilesTo(const EncryptRequest& request, ByteSink& sink,
+                             FileJobObserver& observer) {
+    if (request.entries.empty() || request.key == nullptr || request.key->empty() ||
+        request.random == nullptr) {
+        return Failure(FileError::NothingToDo);
+    }
+    const std::vector<std::string> names = StoredNamesOf(request.entries);
+    if (FileJobResult refused = CheckStoredNames(names, request.entries); !refused.ok()) {
+        return refused;
+    }
+    observer.OnJobStarted(request.entries.size(), PlainBytesOf(request.entries));
+    return AppendAll(request, names, sink, observer);
 }
 
 } // namespace kelvora

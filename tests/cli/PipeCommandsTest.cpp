@@ -106,6 +106,53 @@ TEST(PipeCommands, KeepGoingRestoresTheIntactFilesOfATruncatedContainer) {
     EXPECT_EQ(ReadFile(scratch / "out/bg.partial"), Bytes(big.begin(), big.begin() + kRoom));
 }
 
+class EncryptFromAPipe : public ::testing::TestWithParam<PipeCase> {};
+
+// Standard input stored as "f0" gives the container a file "f0" of the same bytes gives, but
+// for the salts: same length, same index; both read back to the bytes.
+TEST_P(EncryptFromAPipe, EqualsEncryptingTheFile) {
+    ScratchFolder scratch;
+    const Bytes data = PatternBytes(GetParam().sizes[0], 3);
+    WriteFile(scratch / "f0", data);
+    const auto fromFile = RunInProcess({"encrypt", "-o", "-", scratch / "f0"}, "", kSecret);
+    ASSERT_EQ(fromFile.status, 0) << fromFile.err;
+    const auto fromPipe =
+        RunInProcess({"encrypt", "--name", "f0", "-o", "-", "-"}, Text(data), kSecret);
+    ASSERT_EQ(fromPipe.status, 0) << fromPipe.err;
+    ASSERT_EQ(fromPipe.out.size(), fromFile.out.size());
+    EXPECT_NE(fromPipe.out, fromFile.out);
+    // The index, and its length in the last byte (one digit for a single file).
+    const auto indexOf = [](const std::string& container) {
+        return container.substr(container.size() - 1 -
+                                static_cast<unsigned char>(container.back()));
+    };
+    EXPECT_EQ(indexOf(fromPipe.out), indexOf(fromFile.out));
+    WriteFile(scratch / "c.vexo", BytesFromString(fromPipe.out));
+    EXPECT_EQ(RunInProcess({"decrypt", "-o", "-", scratch / "c.vexo"}, "", kSecret).out,
+              Text(data));
+    EXPECT_EQ(RunInProcess({"test", scratch / "c.vexo"}, "", kSecret).out, "OK\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, EncryptFromAPipe,
+                         ::testing::Values(PipeCase{"Empty", {0}}, PipeCase{"Room", {kRoom}},
+                                           PipeCase{"RoomPlusOne", {kRoom + 1}},
+                                           PipeCase{"ExactMultiple", {kRoom + kChunkBytes}}),
+                         [](const auto& info) { return info.param.name; });
+
+TEST(PipeCommands, StreamedContainerEqualsTheWrittenOneButForTheSalts) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "in/a", PatternBytes(kRoom + 5, 1));
+    WriteFile(scratch / "in/b", PatternBytes(100, 2, true));
+    const auto streamed = RunInProcess({"encrypt", "-o", "-", scratch / "in"}, "", kSecret);
+    ASSERT_EQ(streamed.status, 0) << streamed.err;
+    ASSERT_EQ(
+        RunInProcess({"encrypt", "-o", scratch / "c.vexo", scratch / "in"}, "", kSecret).status, 0);
+    const std::string written = Text(ReadFile(scratch / "c.vexo"));
+    ASSERT_EQ(streamed.out.size(), written.size());
+    EXPECT_EQ(RunInProcess({"list", "-"}, streamed.out, kSecret).out,
+              RunInProcess({"list", scratch / "c.vexo"}, "", kSecret).out);
+}
+
 struct RefusalCase {
     const char* name;
     std::vector<std::string> args;
@@ -130,7 +177,16 @@ INSTANTIATE_TEST_SUITE_P(
             "PartialAlone", {"decrypt", "c.vexo", "--partial"}, "--partial goes with --keep-going"},
         RefusalCase{"OutputFile",
                     {"decrypt", "c.vexo", "-o", "x"},
-                    "-o takes only '-' (standard output); restore into a folder with -C DIR"}),
+                    "-o takes only '-' (standard output); restore into a folder with -C DIR"},
+        RefusalCase{"StandardInputWithOthers",
+                    {"encrypt", "-o", "x.vexo", "-", "a"},
+                    "standard input ('-') can only be encrypted alone"},
+        RefusalCase{"StandardInputUnnamed",
+                    {"encrypt", "-o", "x.vexo", "-"},
+                    "name the file read from standard input with --name NAME"},
+        RefusalCase{"NameWithoutStandardInput",
+                    {"encrypt", "--name", "x", "a"},
+                    "--name names standard input ('-'), which is not given"}),
     [](const auto& info) { return info.param.name; });
 
 } // namespace
