@@ -1,5 +1,6 @@
 #include "cli/FileCommands.h"
 
+#include "cli/EachEncrypt.h"
 #include "cli/FileErrorText.h"
 #include "cli/FileProgress.h"
 #include "cli/JsonReport.h"
@@ -28,8 +29,9 @@ constexpr OptionSpec kJsonOption{"json", '\0', false};
 constexpr OptionSpec kKeepGoingOption{"keep-going", 'k', false};
 constexpr OptionSpec kPartialOption{"partial", '\0', false};
 
-constexpr std::array kEncryptOptions = {kOutputOption, kForceOption, kNameOption,
-                                        kPassphraseFileOption, kKeyFileOption};
+constexpr std::array kEncryptOptions = {kOutputOption, kForceOption,  kNameOption,
+                                        kEachOption,   kFolderOption, kPassphraseFileOption,
+                                        kKeyFileOption};
 constexpr std::array kDecryptOptions = {kFolderOption,         kOutputOption,    kOverwriteOption,
                                         kSkipExistingOption,   kKeepGoingOption, kPartialOption,
                                         kPassphraseFileOption, kKeyFileOption};
@@ -83,22 +85,27 @@ int EncryptFilesRun(CliContext& context, const ParsedArgs& args) {
             Note(context, "files listed twice are encrypted once");
         }
     }
+    if (list.Empty()) {
+        return Fail(context, kExitFailure, "the folders hold no files to encrypt");
+    }
+    if (args.Has(kEachOption.longName)) {
+        if (args.Has(kOutputOption.longName)) {
+            return Fail(context, kExitUsage, "--each names its containers itself: no -o");
+        }
+        return EncryptEach(context, args, list.Entries(), args.Value(kFolderOption.longName));
+    }
+    if (args.Has(kFolderOption.longName)) {
+        return Fail(context, kExitUsage, "-C DIR goes with --each; name one container with -o");
+    }
     const std::string output = args.Value(kOutputOption.longName).value_or(list.OutputName());
     if (output.empty()) {
         return Fail(context, kExitUsage, "name the container with -o FILE");
-    }
-    if (list.Empty()) {
-        return Fail(context, kExitFailure, "the folders hold no files to encrypt");
     }
     ObtainedSecret secret = ObtainKey(context, args, KeyPurpose::Encrypt);
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
     }
-    FileJobAnswers answers;
-    answers.replaceContainer = args.Has(kForceOption.longName);
-    answers.quiet = context.quiet;
-    answers.doneVerb = context.verbose ? "added" : nullptr;
-    CliFileObserver observer(context, answers);
+    CliFileObserver observer(context, EncryptAnswers(context, args.Has(kForceOption.longName)));
     SystemRandom random;
     const EncryptRequest request{list.Entries(), output, &secret.key, &random, {}};
     OstreamSink standardOutput(context.out);
@@ -108,14 +115,22 @@ int EncryptFilesRun(CliContext& context, const ParsedArgs& args) {
     return result.ok() ? kExitSuccess : JobFailed(context, observer, result);
 }
 
-// StartReading checks that a reading command got exactly one container and obtains its
-// key, or says why not in the result's status and error.
-ObtainedSecret StartReading(CliContext& context, const ParsedArgs& args) {
-    if (args.operands.size() != 1) {
+// StartReading checks that a reading command got one container (or several, where the
+// command takes several) and obtains its key, or says why not in the result's status and
+// error.
+ObtainedSecret StartReading(CliContext& context, const ParsedArgs& args, bool several = false) {
+    if (args.operands.empty() || (args.operands.size() > 1 && !several)) {
         ObtainedSecret refused;
         refused.status = kExitUsage;
         refused.error = args.operands.empty() ? "name the container to read"
                                               : "unexpected argument '" + args.operands[1] + "'";
+        return refused;
+    }
+    if (several && args.operands.size() > 1 &&
+        std::find(args.operands.begin(), args.operands.end(), "-") != args.operands.end()) {
+        ObtainedSecret refused;
+        refused.status = kExitUsage;
+        refused.error = "standard input ('-') can only be decrypted alone";
         return refused;
     }
     if (args.operands[0] == "-" && args.Value(kPassphraseFileOption.longName) == "-") {
@@ -168,16 +183,32 @@ std::string DecryptOptionsProblem(const ParsedArgs& args) {
     return {};
 }
 
+int DecryptOne(CliContext& context, const ParsedArgs& args, const SecretBytes& key);
+
 int DecryptFilesRun(CliContext& context, const ParsedArgs& args) {
     if (const std::string problem = DecryptOptionsProblem(args); !problem.empty()) {
         return Fail(context, kExitUsage, problem);
     }
-    const ObtainedSecret secret = StartReading(context, args);
+    const ObtainedSecret secret = StartReading(context, args, !args.Has(kOutputOption.longName));
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
     }
+    // Several containers are restored one after another with the same key; one that fails
+    // is reported and the others still go.
+    int status = kExitSuccess;
+    for (const std::string& container : args.operands) {
+        ParsedArgs one = args;
+        one.operands = {container};
+        if (DecryptOne(context, one, secret.key) != kExitSuccess) {
+            status = kExitFailure;
+        }
+    }
+    return status;
+}
+
+int DecryptOne(CliContext& context, const ParsedArgs& args, const SecretBytes& key) {
     if (Walked(args) || args.Has(kOutputOption.longName) || args.Has(kKeepGoingOption.longName)) {
-        return WalkDecrypt(context, WalkRequestFor(args), secret.key);
+        return WalkDecrypt(context, WalkRequestFor(args), key);
     }
     FileJobAnswers answers;
     answers.quiet = context.quiet;
@@ -189,7 +220,7 @@ int DecryptFilesRun(CliContext& context, const ParsedArgs& args) {
     }
     CliFileObserver observer(context, answers);
     const DecryptRequest request{args.operands[0], args.Value(kFolderOption.longName).value_or("."),
-                                 &secret.key};
+                                 &key};
     const FileJobResult result = DecryptContainer(request, observer);
     if (result.error == FileError::Cancelled && observer.RefusedExisting()) {
         observer.ClearProgress();
@@ -259,6 +290,7 @@ const Command EncryptFilesCommand{
     "Usage: kelvora-cli encrypt -o OUT.vexo [--force] [-p FILE | --key-file FILE...]\n"
     "                           PATH...\n"
     "       kelvora-cli encrypt --name NAME -o OUT.vexo [--force] -\n"
+    "       kelvora-cli encrypt --each [-C DIR] [--force] PATH...\n"
     "Encrypts every PATH, in the order given, into one container: a folder goes in with\n"
     "everything below it (stored under the folder's own name), any other path as a single\n"
     "file. The container appears only once it is complete. PATH '-' (alone) stores\n"
@@ -267,6 +299,12 @@ const Command EncryptFilesCommand{
     "                              with the extension .vexo); '-' streams it to standard\n"
     "                              output, records first and the index last\n"
     "      --name NAME             the stored name of standard input ('a/b' makes folders)\n"
+    "      --each                  one container per input file instead, holding that file\n"
+    "                              alone: NAME.vexo beside it, or below -C DIR (the folder\n"
+    "                              structure of the inputs kept); a file that fails is\n"
+    "                              reported and the others still go; .vexo files are\n"
+    "                              passed over (with a note)\n"
+    "  -C, --directory DIR         with --each: where the containers go\n"
     "      --force                 replace an existing container\n"
     "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
     "      --key-file FILE         a shared-security key, given once per key, key 1 first\n"
@@ -278,12 +316,14 @@ const Command EncryptFilesCommand{
 
 const Command DecryptFilesCommand{
     "decrypt", "restore the files of a .vexo container",
-    "Usage: kelvora-cli decrypt CONTAINER [-C DIR] [--overwrite | --skip-existing]\n"
+    "Usage: kelvora-cli decrypt CONTAINER... [-C DIR] [--overwrite | --skip-existing]\n"
     "                           [--keep-going [--partial]] [-p FILE] [--key-file FILE]...\n"
     "       kelvora-cli decrypt -o - CONTAINER\n"
-    "Restores every file of CONTAINER below DIR (default: the current folder), creating\n"
-    "its folders, and prints one line per file restored. A wrong passphrase is found before\n"
-    "anything is written; names that would leave DIR are refused.\n"
+    "Restores every file of each CONTAINER below DIR (default: the current folder),\n"
+    "creating its folders, and prints one line per file restored. A wrong passphrase is\n"
+    "found before anything is written; names that would leave DIR are refused. Several\n"
+    "containers are restored one after another with the same passphrase; one that fails is\n"
+    "reported and the others still go (exit status 1 then).\n"
     "CONTAINER '-' reads the container from standard input, record by record without its\n"
     "index, and checks the index at the end against what was read.\n\n"
     "  -C, --directory DIR         restore below DIR\n"

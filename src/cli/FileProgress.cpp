@@ -40,6 +40,14 @@ std::string ProgressLine(std::int64_t done, std::int64_t total, double seconds) 
     return line;
 }
 
+FileJobAnswers EncryptAnswers(const CliContext& context, bool force) {
+    FileJobAnswers answers;
+    answers.replaceContainer = force;
+    answers.quiet = context.quiet;
+    answers.doneVerb = context.verbose ? "added" : nullptr;
+    return answers;
+}
+
 CliFileObserver::CliFileObserver(CliContext& context, FileJobAnswers answers)
     : m_context(context), m_answers(answers), m_draw(context.showProgress && !answers.quiet) {
     g_interrupted = false;

@@ -23,6 +23,10 @@ struct FileJobAnswers {
     std::vector<std::string>* doneNames = nullptr;
 };
 
+// EncryptAnswers are the answers of an encrypt run: --force replaces a container, and with
+// --verbose every file added is named.
+[[nodiscard]] FileJobAnswers EncryptAnswers(const CliContext& context, bool force);
+
 // CliFileObserver answers a file job from the options, prints the restored files on
 // standard output, draws progress (bytes, MB/s, time left) on standard error when that is
 // a terminal, and turns Ctrl-C into a clean cancel so that no partial output stays.

@@ -38,10 +38,7 @@ int EncryptStandardInput(CliContext& context, const ParsedArgs& args) {
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
     }
-    FileJobAnswers answers;
-    answers.quiet = context.quiet;
-    answers.doneVerb = context.verbose ? "added" : nullptr;
-    CliFileObserver observer(context, answers);
+    CliFileObserver observer(context, EncryptAnswers(context, args.Has(kForceOption.longName)));
     SystemRandom random;
     IstreamSource source(context.in);
     const StreamEncryptRequest request{&source, StoredNameFor(*name, *name), &secret.key, &random};
