@@ -28,11 +28,12 @@ std::string Megabytes(std::int64_t bytes) {
 
 std::string ProgressLine(std::int64_t done, std::int64_t total, double seconds) {
     const double rate = seconds > 0 ? static_cast<double>(done) / seconds : 0;
-    std::string line = Megabytes(done) + " of " + Megabytes(total);
+    // A job reading a pipe does not know its total: it shows what is done and the speed.
+    std::string line = total > 0 ? Megabytes(done) + " of " + Megabytes(total) : Megabytes(done);
     char text[64];
     std::snprintf(text, sizeof text, "  %.1f MB/s", rate / kMega);
     line += text;
-    if (rate > 0 && total >= done) {
+    if (rate > 0 && total > 0 && total >= done) {
         const auto left = static_cast<long>(static_cast<double>(total - done) / rate);
         std::snprintf(text, sizeof text, "  %ld:%02ld left", left / 60, left % 60);
         line += text;

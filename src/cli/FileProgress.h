@@ -65,7 +65,8 @@ private:
 };
 
 // ProgressLine formats the progress text: bytes done of total, speed in MB/s and the time
-// left ("1.5 GB of 2.0 GB  48.2 MB/s  0:10 left").
+// left ("1.5 GB of 2.0 GB  48.2 MB/s  0:10 left"); without a total (a pipe), the bytes
+// done and the speed.
 [[nodiscard]] std::string ProgressLine(std::int64_t done, std::int64_t total, double seconds);
 
 } // namespace kelvora::cli

@@ -219,9 +219,10 @@ bool Walker::WalkFile(const FirstRecord& first) {
         plain = TakeRecord(PayloadHere(), m_chain);
         block = plain;
     }
-    if (error == FileError::None && full && m_input.Ensure(1) > 0) {
-        // A full last chunk must be followed by another file or the index, or a chunk is
-        // missing.
+    if (error == FileError::None && full) {
+        // A full last chunk must be followed by another file or the index; otherwise a
+        // chunk may be missing (a container cut right behind it), and the file is not
+        // claimed whole.
         FirstRecord next;
         if (!FirstRecordHere(next) && !IndexHere()) {
             error = FileError::DamagedData;

@@ -46,7 +46,8 @@ struct WalkOutcome {
 // file's records end at the first chunk that is shorter than a full one; after a full one,
 // the next record continues the file when its first block, deciphered with the running
 // chain, begins with the block magic, and starts a new file when it deciphers with a zero
-// start into a header with the block magic behind the name. What follows the last file is
+// start into a header with the block magic behind the name; a full chunk followed by
+// neither counts as a missing chunk, never as a whole file. What follows the last file is
 // read as the index and compared with the byte counts walked. Memory stays bounded by one
 // record (and the index, up to kMaxStreamIndexBytes).
 //

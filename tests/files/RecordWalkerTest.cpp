@@ -249,6 +249,40 @@ INSTANTIATE_TEST_SUITE_P(
                    IndexCheck::Matches}),
     [](const auto& info) { return info.param.name; });
 
+// Cut at every record boundary, with the index lost, the files whose records all came before
+// the cut are restored whole and nothing else is claimed whole.
+TEST(RecordWalk, SalvagesAContainerCutAtEveryRecordBoundary) {
+    Damaged d;
+    const std::vector<std::string> names = {"a1", "bg", "bg", "bg", "c1"};
+    for (std::size_t cut = 1; cut < d.records.size(); ++cut) {
+        Bytes container = d.container;
+        container.resize(d.records[cut]);
+        Collected collected;
+        const WalkOutcome outcome = Walk(container, collected, true);
+        ASSERT_TRUE(outcome.result.ok()) << cut;
+        EXPECT_EQ(outcome.index, IndexCheck::Missing) << cut;
+        std::vector<std::string> whole;
+        for (std::size_t i = 0; i < cut; ++i) {
+            if (i + 1 == names.size() || names[i] != names[i + 1]) {
+                whole.push_back(names[i]);
+            }
+        }
+        std::vector<std::string> restored;
+        for (std::size_t i = 0; i < collected.names.size(); ++i) {
+            if (collected.endings[i].first == FileError::None) {
+                restored.push_back(collected.names[i]);
+            }
+        }
+        // bg cut behind a full chunk is reported with the chunk that is missing.
+        if (cut == 2 || cut == 3) {
+            EXPECT_EQ(collected.endings.back(),
+                      std::pair(FileError::DamagedData, static_cast<std::int64_t>(cut)))
+                << cut;
+        }
+        EXPECT_EQ(restored, whole) << cut;
+    }
+}
+
 struct RefusalCase {
     const char* name;
     std::function<Bytes()> container;
