@@ -3,10 +3,11 @@
 #   make test  builds and runs every test
 BUILD_DIR ?= build
 BENCH_DIR ?= build-bench
+PORTABLE_DIR ?= build-portable
 JOBS ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: all deps configure build run test bench format screenshot clean
+.PHONY: all deps configure build run test bench format screenshot package portable clean
 
 all: build
 
@@ -30,11 +31,25 @@ bench: deps
 	cmake --build $(BENCH_DIR) -j $(JOBS)
 	cmake --build $(BENCH_DIR) --target run-bench
 
+# A Debian package of both programs, copied here: apt install ./kelvora_*.deb
+package: build
+	rm -rf $(BUILD_DIR)/package
+	cd $(BUILD_DIR) && cpack -G DEB -B package
+	cp $(BUILD_DIR)/package/kelvora_*.deb .
+
+# kelvora-cli linked statically, packed with the README: kelvora-cli-VERSION-linux-x86_64.tar.gz
+portable: deps
+	JOBS=$(JOBS) ./scripts/build-portable.sh $(PORTABLE_DIR) .
+
 screenshot: build
-	./scripts/screenshot.sh $(BUILD_DIR)/src/app/kelvora docs/kelvora.png
+	./scripts/screenshot.sh $(BUILD_DIR)/src/app/kelvora docs/kelvora.png en_US \
+		/setEncrFiles DEMO /outputfile DEMO.vexo
+	./scripts/screenshot.sh $(BUILD_DIR)/src/app/kelvora docs/kelvora-decrypt.png en_US \
+		/setDecrFile DEMO.vexo
+	QT_QPA_PLATFORM=offscreen $(BUILD_DIR)/tests/app/render-side-windows docs
 
 format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i
 
 clean:
-	rm -rf $(BUILD_DIR) $(BENCH_DIR)
+	rm -rf $(BUILD_DIR) $(BENCH_DIR) $(PORTABLE_DIR)

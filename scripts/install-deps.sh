@@ -9,6 +9,8 @@ packages=(
   zlib1g-dev libgtest-dev libgmock-dev libbenchmark-dev
   libmcrypt-dev gnupg
   xvfb xauth imagemagick fonts-dejavu-core
+  scdoc man-db bash-completion desktop-file-utils appstream shared-mime-info libxml2-utils
+  dpkg-dev lintian file
 )
 
 missing=()

@@ -3,6 +3,8 @@
 #   scripts/screenshot.sh <kelvora binary> <output png> [language] [command line...]
 # It starts the program on a virtual X display (Xvfb), waits until the window has been drawn,
 # captures the screen with ImageMagick, crops it to the window and keeps the PNG small.
+# In the command line, DEMO stands for a small sample folder made for the picture ("Holiday
+# photos" with a few files), so the files pages can be shown with something on them.
 set -euo pipefail
 
 binary=${1:?usage: screenshot.sh <kelvora binary> <output png> [language] [arguments...]}
@@ -26,6 +28,16 @@ cleanup() {
 }
 trap cleanup EXIT
 
+demo="$workdir/Holiday photos"
+mkdir -p "$demo/Day 1" "$demo/Day 2"
+for name in "Day 1/beach.jpg" "Day 1/harbour.jpg" "Day 2/market.jpg" "notes.txt"; do
+  head -c $(( 40000 + RANDOM )) /dev/urandom > "$demo/$name"
+done
+arguments=()
+for argument in "$@"; do
+  arguments+=("${argument//DEMO/$demo}")
+done
+
 # Wait for the display to take clients.
 for _ in $(seq 50); do
   xdpyinfo -display "$display" >/dev/null 2>&1 && break
@@ -34,7 +46,7 @@ for _ in $(seq 50); do
 done
 
 DISPLAY=$display LANG=$language.UTF-8 LC_ALL=$language.UTF-8 QT_QPA_PLATFORM=xcb \
-  "$binary" "$@" >/dev/null 2>&1 &
+  "$binary" ${arguments[@]+"${arguments[@]}"} >/dev/null 2>&1 &
 app_pid=$!
 sleep 3
 

@@ -1,5 +1,7 @@
 #include "app/CommandLine.h"
 
+#include "files/InputList.h"
+
 #include <cctype>
 
 namespace kelvora {
@@ -19,6 +21,21 @@ bool StartsWithSwitch(std::string_view text, std::string_view switchWord) {
         }
     }
     return true;
+}
+
+bool IsSwitch(std::string_view word, std::string_view switchWord) {
+    return word.size() == switchWord.size() && StartsWithSwitch(word, switchWord);
+}
+
+std::string JoinWords(const std::vector<std::string>& words, std::size_t first, std::size_t end) {
+    std::string joined;
+    for (std::size_t i = first; i < end; ++i) {
+        if (i > first) {
+            joined.push_back(' ');
+        }
+        joined += words[i];
+    }
+    return joined;
 }
 
 std::string FolderPart(std::string_view path) {
@@ -45,6 +62,9 @@ StartCommand ParseCommandLine(std::string_view commandLine) {
         if (!rest.empty()) {
             command.request = StartRequest::SetEncryptFiles;
             command.encryptArguments = std::string(rest);
+            FileListArgument split = SplitFileListArgument(rest);
+            command.encryptFiles = std::move(split.files);
+            command.encryptOutput = std::move(split.outputFile);
         }
     } else if (StartsWithSwitch(commandLine, kDecryptFile)) {
         const std::string_view file = commandLine.substr(kDecryptFile.size());
@@ -53,6 +73,32 @@ StartCommand ParseCommandLine(std::string_view commandLine) {
         command.decryptOutPath = FolderPart(file);
     } else if (StartsWithSwitch(commandLine, kUsage)) {
         command.request = StartRequest::ShowUsage;
+    }
+    return command;
+}
+
+StartCommand ParseArguments(const std::vector<std::string>& words) {
+    constexpr std::string_view kEncryptFiles = "/setencrfiles";
+    constexpr std::string_view kOutputFile = "/outputfile";
+    constexpr std::string_view kDecryptFile = "/setdecrfile";
+    if (words.size() < 2) {
+        return ParseCommandLine(words.empty() ? std::string_view() : words.front());
+    }
+    StartCommand command;
+    if (IsSwitch(words[0], kEncryptFiles)) {
+        command.request = StartRequest::SetEncryptFiles;
+        command.encryptArguments = JoinWords(words, 1, words.size());
+        std::size_t i = 1;
+        for (; i < words.size() && !IsSwitch(words[i], kOutputFile); ++i) {
+            command.encryptFiles.push_back(words[i]);
+        }
+        command.encryptOutput = i < words.size() ? JoinWords(words, i + 1, words.size()) : "";
+    } else if (IsSwitch(words[0], kDecryptFile)) {
+        command.request = StartRequest::SetDecryptFile;
+        command.decryptFile = JoinWords(words, 1, words.size());
+        command.decryptOutPath = FolderPart(command.decryptFile);
+    } else {
+        command = ParseCommandLine(JoinWords(words, 0, words.size()));
     }
     return command;
 }

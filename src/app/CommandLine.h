@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kelvora {
 
@@ -17,9 +18,11 @@ enum class StartRequest {
 
 struct StartCommand {
     StartRequest request = StartRequest::Nothing;
-    std::string encryptArguments; // SetEncryptFiles: everything after the switch, as typed
-    std::string decryptFile;      // SetDecryptFile: the container, as typed
-    std::string decryptOutPath;   // SetDecryptFile: decryptFile up to its last "/" (kept)
+    std::string encryptArguments;          // SetEncryptFiles: everything after the switch, as typed
+    std::string decryptFile;               // SetDecryptFile: the container, as typed
+    std::string decryptOutPath;            // SetDecryptFile: decryptFile up to its last "/" (kept)
+    std::vector<std::string> encryptFiles; // SetEncryptFiles: the files and folders, in order
+    std::string encryptOutput;             // SetEncryptFiles: the output container, or ""
 
     bool operator==(const StartCommand&) const = default;
 };
@@ -29,6 +32,14 @@ struct StartCommand {
 // counts as "/filee"); the argument keeps its case, and no quotes are stripped. Anything
 // it does not recognise gives StartRequest::Nothing; it cannot fail.
 [[nodiscard]] StartCommand ParseCommandLine(std::string_view commandLine);
+
+// ParseArguments reads the program's arguments as the system passes them, one word each, so
+// a path with blanks stays one path: "/setEncrFiles" takes the words up to "/outputfile" as
+// the files and the rest as the output, "/setDecrFile" takes the rest as the container. The
+// switch words are compared without regard to case. A single word is read as a whole command
+// line (ParseCommandLine), as a caller that passes everything in one string expects. It
+// cannot fail.
+[[nodiscard]] StartCommand ParseArguments(const std::vector<std::string>& words);
 
 // JoinArguments rebuilds the one argument string from the words the system split it into
 // (joined by single blanks), which is the text ParseCommandLine reads.

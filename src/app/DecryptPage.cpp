@@ -1,28 +1,116 @@
 #include "app/DecryptPage.h"
 
+#include "app/BackgroundJob.h"
+#include "app/FileErrorMessage.h"
+#include "app/JobScope.h"
+#include "app/PassphraseArea.h"
 #include "app/WindowContext.h"
 #include "app/WindowParts.h"
+#include "app/WorkingPanel.h"
+#include "files/DecryptJob.h"
 
+#include <QFileInfo>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
+#include <QUrl>
 #include <QVBoxLayout>
+#include <exception>
 
 namespace kelvora {
+namespace {
 
-DecryptPage::DecryptPage(WindowContext& context, QWidget* parent)
-    : QWidget(parent), m_context(context) {
+constexpr int kMissingInputId = 114;
+constexpr int kOverwriteId = 178;
+constexpr int kFilterId = 109;
+constexpr int kSaveTitleId = 110;
+constexpr int kChooseContainerId = 122;
+constexpr int kContainerFilterId = 123;
+constexpr int kRestoredId = 520;
+constexpr int kNotRestoredId = 521;
+constexpr int kChooseFolderId = 527;
+
+// DecryptAnswers asks, on the window's thread, what to do with files that exist already,
+// and notes what the run restored and refused.
+class DecryptAnswers final : public FileJobObserver {
+public:
+    DecryptAnswers(const WindowContext& context, DecryptPage::Outcome& outcome)
+        : m_context(context), m_outcome(outcome) {}
+
+    ExistingFileAnswer AskExistingFile(const std::string& path) override {
+        const QString shown = QString::fromStdString(path);
+        const auto answer = m_context.messages.AskYesNo(
+            kOverwriteId, m_context.Text(kOverwriteId, shown), QString());
+        return answer == MessageService::Answer::Yes ? ExistingFileAnswer::Overwrite
+                                                     : ExistingFileAnswer::AnotherName;
+    }
+    std::optional<std::string> AskAnotherName(const std::string& path) override {
+        const QString chosen = m_context.messages.SaveFileName(m_context.Text(kSaveTitleId),
+                                                               m_context.Filter(kFilterId),
+                                                               QString::fromStdString(path));
+        if (chosen.isEmpty()) {
+            return std::nullopt; // the file is skipped
+        }
+        return chosen.toStdString();
+    }
+    void OnFileDone(std::size_t, const std::string&) override { ++m_outcome.restored; }
+    void OnFileRefused(std::size_t, const std::string& name, FileError) override {
+        m_outcome.refused << QString::fromStdString(name);
+    }
+
+private:
+    const WindowContext& m_context;
+    DecryptPage::Outcome& m_outcome;
+};
+
+} // namespace
+
+DecryptPage::DecryptPage(WindowContext& context, PassphraseArea& passphrase, JobHost& host,
+                         QWidget* parent)
+    : QWidget(parent), m_context(context), m_passphrase(passphrase), m_host(host) {
     setObjectName(QStringLiteral("FrameDecrypt"));
     auto* layout = parts::Column(this, 6);
     QLabel* fileCaption = parts::Caption(QStringLiteral("LblDecrFile"), 148, this);
     layout->addWidget(fileCaption);
+    auto* fileRow = new QHBoxLayout;
     m_txtDecrFile = parts::Edit(QStringLiteral("TxtDecrFile"), this, fileCaption);
-    layout->addWidget(m_txtDecrFile);
+    m_cmdBrowseDecrFile = parts::Button(QStringLiteral("CmdBrowseDecrFile"), 522, this);
+    fileRow->addWidget(m_txtDecrFile, 1);
+    fileRow->addWidget(m_cmdBrowseDecrFile);
+    layout->addLayout(fileRow);
     layout->addSpacing(8);
+
     QLabel* folderCaption = parts::Caption(QStringLiteral("LblDecrOutPath"), 153, this);
     layout->addWidget(folderCaption);
+    auto* folderRow = new QHBoxLayout;
     m_txtDecrOutPath = parts::Edit(QStringLiteral("TxtDecrOutPath"), this, folderCaption);
-    layout->addWidget(m_txtDecrOutPath);
+    m_cmdBrowseOutPath = parts::Button(QStringLiteral("CmdBrowseOutPath"), 522, this);
+    folderRow->addWidget(m_txtDecrOutPath, 1);
+    folderRow->addWidget(m_cmdBrowseOutPath);
+    layout->addLayout(folderRow);
+    layout->addSpacing(8);
+
+    m_lblDecrResult = new QLabel(this);
+    m_lblDecrResult->setObjectName(QStringLiteral("LblDecrResult"));
+    m_lblDecrResult->setWordWrap(true);
+    m_lblDecrResult->setTextFormat(Qt::RichText);
+    m_lblDecrResult->setTextInteractionFlags(Qt::TextBrowserInteraction);
+    m_lblDecrResult->setOpenExternalLinks(false);
+    layout->addWidget(m_lblDecrResult);
     layout->addStretch();
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    m_command5 = parts::Button(QStringLiteral("Command5"), 184, this, true);
+    buttons->addWidget(m_command5);
+    layout->addLayout(buttons);
+
+    connect(m_cmdBrowseDecrFile, &QPushButton::clicked, this, &DecryptPage::OnBrowseFileClick);
+    connect(m_cmdBrowseOutPath, &QPushButton::clicked, this, &DecryptPage::OnBrowseFolderClick);
+    connect(m_command5, &QPushButton::clicked, this, &DecryptPage::OnCommand5Click);
+    connect(m_lblDecrResult, &QLabel::linkActivated, this,
+            [this](const QString& link) { m_context.messages.OpenUrl(link); });
 }
 
 void DecryptPage::SetContainer(const QString& path, const QString& folder) {
@@ -32,6 +120,73 @@ void DecryptPage::SetContainer(const QString& path, const QString& folder) {
 
 QWidget* DecryptPage::FirstField() const {
     return m_txtDecrFile;
+}
+
+void DecryptPage::OnBrowseFileClick() {
+    const QStringList chosen = m_context.messages.OpenFileNames(
+        m_context.Text(kChooseContainerId), m_context.Filter(kContainerFilterId), false);
+    if (!chosen.isEmpty()) {
+        SetContainer(chosen.first(), QFileInfo(chosen.first()).absolutePath() + u'/');
+    }
+}
+
+void DecryptPage::OnBrowseFolderClick() {
+    const QString folder = m_context.messages.ExistingFolder(m_context.Text(kChooseFolderId));
+    if (!folder.isEmpty()) {
+        m_txtDecrOutPath->setText(folder);
+    }
+}
+
+void DecryptPage::OnCommand5Click() {
+    m_lblDecrResult->clear();
+    Outcome outcome;
+    const std::optional<FileJobResult> result = Decrypt(outcome);
+    if (!result) {
+        return;
+    }
+    ShowOutcome(outcome);
+    if (result->error != FileError::UnsafeName) { // the result line names those files
+        ShowFileError(m_context, *result, m_txtDecrFile->text().toStdString());
+    }
+}
+
+std::optional<FileJobResult> DecryptPage::Decrypt(Outcome& outcome) {
+    JobScope job(m_host);
+    const std::optional<SecretBytes> key = m_passphrase.DecryptionKey(kMissingInputId);
+    if (!key) {
+        return std::nullopt;
+    }
+    if (m_txtDecrFile->text().isEmpty() || m_txtDecrOutPath->text().isEmpty()) {
+        m_context.ShowMessage(kMissingInputId);
+        return std::nullopt;
+    }
+    outcome.folder = m_txtDecrOutPath->text();
+    const DecryptRequest request{m_txtDecrFile->text().toStdString(), outcome.folder.toStdString(),
+                                 &*key};
+    DecryptAnswers answers(m_context, outcome);
+    try {
+        return BackgroundJob(job.Observer(), answers).Run([&request](FileJobObserver& observer) {
+            return DecryptContainer(request, observer);
+        });
+    } catch (const std::exception&) { // a container made to exhaust the reader
+        return Failure(FileError::DamagedData, 0, 0, request.containerPath);
+    }
+}
+
+void DecryptPage::ShowOutcome(const Outcome& outcome) {
+    if (outcome.restored == 0 && outcome.refused.isEmpty()) {
+        return;
+    }
+    const QString link = QStringLiteral("<a href=\"%1\">%2</a>")
+                             .arg(QUrl::fromLocalFile(outcome.folder).toString(QUrl::FullyEncoded),
+                                  outcome.folder.toHtmlEscaped());
+    QString line = m_context.Text(kRestoredId, link, QString::number(outcome.restored));
+    if (!outcome.refused.isEmpty()) {
+        line += QStringLiteral("<br>") +
+                m_context.Text(kNotRestoredId, outcome.refused.join(QStringLiteral(", ")))
+                    .toHtmlEscaped();
+    }
+    m_lblDecrResult->setText(line);
 }
 
 } // namespace kelvora

@@ -1,5 +1,6 @@
 #include "app/FCrypt.h"
 
+#include "app/Accessibility.h"
 #include "app/CommandLine.h"
 #include "app/DecryptPage.h"
 #include "app/EncryptPage.h"
@@ -15,6 +16,10 @@
 #include "i18n/LocaliseForm.h"
 
 #include <QCloseEvent>
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QWindow>
 
@@ -22,13 +27,42 @@ namespace kelvora {
 namespace {
 
 // The page the window shows when the command line names none.
-constexpr int kStartTab = FCrypt::kTextTab;
+constexpr int kStartTab = FCrypt::kFilesTab;
+
+constexpr QLatin1StringView kContainerSuffix(".vexo");
+
+// LocalPaths gives the files a drop carries, or nothing when it carries anything else.
+QStringList LocalPaths(const QMimeData* data) {
+    QStringList paths;
+    if (data == nullptr || !data->hasUrls()) {
+        return paths;
+    }
+    for (const QUrl& url : data->urls()) {
+        if (!url.isLocalFile()) {
+            return {};
+        }
+        paths << url.toLocalFile();
+    }
+    return paths;
+}
+
+// Absolute makes a path given on the command line independent of the working folder.
+QString Absolute(const std::string& path) {
+    return QDir::cleanPath(QFileInfo(QString::fromStdString(path)).absoluteFilePath());
+}
+
+bool AllExist(const std::vector<std::string>& paths) {
+    return !paths.empty() && std::all_of(paths.begin(), paths.end(), [](const std::string& path) {
+        return QFileInfo::exists(QString::fromStdString(path));
+    });
+}
 
 } // namespace
 
 FCrypt::FCrypt(MessageService& messages, RandomSource& random, int languageOffset, QWidget* parent)
     : QWidget(parent, Qt::Window | Qt::FramelessWindowHint), m_context{messages, random,
                                                                        languageOffset} {
+    InstallAccessibility();
     BuildWindow();
     m_tabStr->SetActiveTab(kStartTab);
 }
@@ -36,32 +70,69 @@ FCrypt::FCrypt(MessageService& messages, RandomSource& random, int languageOffse
 FCrypt::~FCrypt() = default;
 
 void FCrypt::Load(const std::string& commandLine, const QString& programName) {
+    Load(commandLine.empty() ? std::vector<std::string>() : std::vector{commandLine}, programName);
+}
+
+void FCrypt::Load(const std::vector<std::string>& arguments, const QString& programName) {
     MarkLanguageFlag(this, m_context.languageOffset);
     Localise();
-    DispatchCommandLine(commandLine, programName);
+    DispatchCommandLine(arguments, programName);
     OnTabFileCryptChange(m_tabFileCrypt->ActiveTab());
     OnTabStrChange(m_tabStr->ActiveTab());
     m_framePwd->Rate();
     setMask(RoundedRegion(size(), theme::kWindowRounding));
     ShowCaption(this, false);
+    FocusFirstField();
 }
 
 void FCrypt::SetLanguage(int languageOffset) {
     m_context.languageOffset = languageOffset;
     MarkLanguageFlag(this, languageOffset);
     Localise();
+    // The keyboard, mail and welcome windows follow, titles included.
+    for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (child->isWindow()) {
+            LocaliseForm(child, languageOffset);
+        }
+    }
+    m_framePwd->SetLanguage(languageOffset);
+    if (m_about) {
+        m_about->SetLanguage(languageOffset);
+    }
 }
 
 void FCrypt::Localise() {
     LocaliseForm(this, m_context.languageOffset);
+    m_framePwd->Localise();
     m_tabStr->SetCaption(kFilesTab, m_context.Text(167));
     m_tabStr->SetCaption(kTextTab, m_context.Text(166));
     m_tabFileCrypt->SetCaption(kEncryptTab, m_context.Text(183));
     m_tabFileCrypt->SetCaption(kDecryptTab, m_context.Text(184));
+    m_encryptPage->Localise();
+    NameForScreenReaders();
 }
 
-void FCrypt::DispatchCommandLine(const std::string& commandLine, const QString& programName) {
-    const StartCommand command = ParseCommandLine(commandLine);
+void FCrypt::NameForScreenReaders() {
+    constexpr int kFirstLanguageNameId = 501;
+    for (std::size_t i = 0; i < m_flags.size(); ++i) {
+        m_flags[i]->setAccessibleName(m_context.Text(kFirstLanguageNameId + static_cast<int>(i)));
+    }
+    m_tabStr->setAccessibleName(m_context.Text(523));
+    m_tabFileCrypt->setAccessibleName(m_context.Text(167));
+    m_controlBox->setAccessibleName(m_context.Text(500));
+    m_controlBox->setProperty("minimiseName", m_context.Text(524));
+    m_controlBox->setProperty("closeName", m_context.Text(525));
+    // Every field is named by its caption, as a reader of the window would name it.
+    for (QLabel* label : findChildren<QLabel*>()) {
+        if (label->buddy() != nullptr) {
+            label->buddy()->setAccessibleName(label->text());
+        }
+    }
+}
+
+void FCrypt::DispatchCommandLine(const std::vector<std::string>& arguments,
+                                 const QString& programName) {
+    const StartCommand command = ParseArguments(arguments);
     switch (command.request) {
     case StartRequest::OpenEncryptPage:
         ShowPage(kFilesTab, kEncryptTab);
@@ -69,10 +140,18 @@ void FCrypt::DispatchCommandLine(const std::string& commandLine, const QString& 
     case StartRequest::OpenDecryptPage:
         ShowPage(kFilesTab, kDecryptTab);
         break;
-    case StartRequest::SetEncryptFiles:
-        // The input list is filled by the files page, which takes these over once it exists.
-        m_pendingEncryptArguments = command.encryptArguments;
+    case StartRequest::SetEncryptFiles: {
+        QStringList files;
+        for (const std::string& file : command.encryptFiles) {
+            files << Absolute(file);
+        }
+        if (!command.encryptOutput.empty()) {
+            m_encryptPage->SetOutputName(Absolute(command.encryptOutput));
+        }
+        m_encryptPage->AddPaths(files);
+        ShowPage(kFilesTab, kEncryptTab);
         break;
+    }
     case StartRequest::SetDecryptFile:
         m_decryptPage->SetContainer(QString::fromStdString(command.decryptFile),
                                     QString::fromStdString(command.decryptOutPath));
@@ -86,7 +165,39 @@ void FCrypt::DispatchCommandLine(const std::string& commandLine, const QString& 
             MessageService::Icon::Information, QString());
         break;
     case StartRequest::Nothing:
+        // A file manager hands over the files it opens with the program, as a drop would.
+        if (AllExist(arguments)) {
+            QStringList paths;
+            for (const std::string& path : arguments) {
+                paths << Absolute(path);
+            }
+            OpenPaths(paths);
+        }
         break;
+    }
+}
+
+void FCrypt::OpenPaths(const QStringList& paths) {
+    if (paths.isEmpty() || m_working) {
+        return;
+    }
+    if (paths.size() == 1 && paths.first().endsWith(kContainerSuffix, Qt::CaseInsensitive)) {
+        m_decryptPage->SetContainer(paths.first(), QFileInfo(paths.first()).absolutePath() + u'/');
+        ShowPage(kFilesTab, kDecryptTab);
+        return;
+    }
+    m_encryptPage->AddPaths(paths);
+    m_encryptPage->ChooseFiles();
+    ShowPage(kFilesTab, kEncryptTab);
+}
+
+void FCrypt::FocusFirstField() {
+    if (m_tabStr->ActiveTab() == kTextTab) {
+        m_textPage->FirstField()->setFocus();
+    } else if (m_tabFileCrypt->ActiveTab() == kEncryptTab) {
+        m_encryptPage->FirstField()->setFocus();
+    } else {
+        m_decryptPage->FirstField()->setFocus();
     }
 }
 
@@ -96,6 +207,7 @@ void FCrypt::ShowPage(int strTab, int fileTab) {
 }
 
 void FCrypt::OnTabStrChange(int newTab) {
+    NotifyTabSelected(m_tabStr, newTab);
     m_textPage->hide();
     m_filesPage->hide();
     if (newTab == kFilesTab) {
@@ -103,11 +215,30 @@ void FCrypt::OnTabStrChange(int newTab) {
         OnTabFileCryptChange(m_tabFileCrypt->ActiveTab());
     }
     m_textPage->setVisible(newTab == kTextTab);
+    m_framePwd->SetSharedSecurityOffered(newTab != kTextTab);
 }
 
 void FCrypt::OnTabFileCryptChange(int newTab) {
+    NotifyTabSelected(m_tabFileCrypt, newTab);
     m_encryptPage->setVisible(newTab == kEncryptTab);
     m_decryptPage->setVisible(newTab == kDecryptTab);
+}
+
+// OnCmdAboutClick shows the welcome and about window, made when it is not open. Its flags
+// switch this window's language too, and its Start leads back here.
+void FCrypt::OnCmdAboutClick() {
+    if (!m_about) {
+        m_about =
+            new FrmAbout(m_context.messages, m_context.languageOffset, FrmAbout::DrawPanel(), this);
+        connect(m_about, &FrmAbout::LanguageChosen, this, &FCrypt::SetLanguage);
+        connect(m_about, &FrmAbout::StartRequested, this, [this] {
+            raise();
+            activateWindow();
+        });
+    }
+    m_about->show();
+    m_about->raise();
+    m_about->activateWindow();
 }
 
 void FCrypt::SetWorking(bool on) {
@@ -139,9 +270,31 @@ void FCrypt::resizeEvent(QResizeEvent* event) {
     setMask(RoundedRegion(size(), theme::kWindowRounding));
 }
 
+void FCrypt::dragEnterEvent(QDragEnterEvent* event) {
+    if (!m_working && !LocalPaths(event->mimeData()).isEmpty()) {
+        event->acceptProposedAction();
+    }
+}
+
+void FCrypt::dropEvent(QDropEvent* event) {
+    const QStringList paths = LocalPaths(event->mimeData());
+    if (m_working || paths.isEmpty()) {
+        return;
+    }
+    event->acceptProposedAction();
+    OpenPaths(paths);
+    FocusFirstField();
+}
+
 void FCrypt::closeEvent(QCloseEvent* event) {
     if (m_working) {
         m_frameW->RequestCancel(); // the job ends at its next check, then the window goes
+    }
+    // The keyboard, mail and welcome windows belong to this one and go with it.
+    for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (child->isWindow()) {
+            child->close();
+        }
     }
     event->accept();
 }

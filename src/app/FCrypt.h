@@ -1,16 +1,20 @@
 #pragma once
 
+#include "about/FrmAbout.h"
 #include "app/JobScope.h"
 #include "app/MessageService.h"
 #include "app/WindowContext.h"
 #include "common/Random.h"
 
+#include <QPointer>
 #include <QWidget>
 #include <array>
 #include <string>
+#include <vector>
 
 namespace kelvora {
 
+class ControlBox;
 class DecryptPage;
 class EncryptPage;
 class FlagImage;
@@ -43,9 +47,16 @@ public:
     ~FCrypt() override;
 
     // Load finishes the start: labels the window in its language, carries out the command line
-    // (the whole argument string as one text) and shows the pages it chose, rates the empty
-    // passphrase and gives the window its rounded shape. programName appears in the usage text.
+    // (the program's arguments, without its name) and shows the pages it chose, rates the
+    // passphrase, gives the window its rounded shape and puts the focus in the first field of
+    // the page shown. programName appears in the usage text.
+    void Load(const std::vector<std::string>& arguments, const QString& programName);
+    // Load with the whole command line as one text.
     void Load(const std::string& commandLine, const QString& programName);
+
+    // OpenPaths does what dropping these paths on the window does: one container opens the
+    // decrypt page, anything else goes into the input list of the encrypt page.
+    void OpenPaths(const QStringList& paths);
 
     int LanguageOffset() const { return m_context.languageOffset; }
     // SetLanguage switches the window to another language at once (the flags' click).
@@ -58,13 +69,12 @@ public:
 
     PassphraseArea& Passphrase() { return *m_framePwd; }
 
-    // The file list and output name of "/setEncrFiles", kept for the files page.
-    const std::string& PendingEncryptArguments() const { return m_pendingEncryptArguments; }
-
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     // Building the window (FCryptLayout.cpp).
@@ -75,17 +85,20 @@ private:
 
     // Pages, language and window handling (FCrypt.cpp).
     void Localise();
-    void DispatchCommandLine(const std::string& commandLine, const QString& programName);
+    void NameForScreenReaders();
+    void DispatchCommandLine(const std::vector<std::string>& arguments, const QString& programName);
+    void FocusFirstField();
     void ShowPage(int strTab, int fileTab);
     void OnTabStrChange(int newTab);
     void OnTabFileCryptChange(int newTab);
+    void OnCmdAboutClick();
 
     WindowContext m_context;
     bool m_working = false;
-    std::string m_pendingEncryptArguments;
 
     ucShape* m_background = nullptr;
     std::array<FlagImage*, 4> m_flags{};
+    ControlBox* m_controlBox = nullptr;
     LightTab* m_tabStr = nullptr;
     LightTab* m_tabFileCrypt = nullptr;
     TextPage* m_textPage = nullptr;
@@ -94,6 +107,7 @@ private:
     DecryptPage* m_decryptPage = nullptr;
     PassphraseArea* m_framePwd = nullptr;
     WorkingPanel* m_frameW = nullptr;
+    QPointer<FrmAbout> m_about; // the welcome and about window while it is open
 };
 
 } // namespace kelvora

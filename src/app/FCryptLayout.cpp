@@ -16,6 +16,7 @@
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace kelvora {
@@ -24,7 +25,26 @@ namespace {
 constexpr int kLogoSide = 30;
 constexpr int kPagesMinimumHeight = 260;
 constexpr int kControlBoxTipId = 500;
-constexpr int kFirstFlagTipId = 501; // German, English, Spanish, French
+constexpr int kAboutId = 554;
+
+// ChainFocus lets Tab visit the areas in the given order, each area's controls in the order
+// they were made, whatever order the areas themselves were made in.
+void ChainFocus(std::initializer_list<QWidget*> areas) {
+    QWidget* previous = nullptr;
+    for (QWidget* area : areas) {
+        QList<QWidget*> widgets{area};
+        widgets += area->findChildren<QWidget*>();
+        for (QWidget* widget : widgets) {
+            if ((widget->focusPolicy() & Qt::TabFocus) == 0) {
+                continue;
+            }
+            if (previous != nullptr) {
+                QWidget::setTabOrder(previous, widget);
+            }
+            previous = widget;
+        }
+    }
+}
 
 } // namespace
 
@@ -54,7 +74,7 @@ void FCrypt::BuildWindow() {
     layout->addWidget(m_tabStr);
 
     m_framePwd = new PassphraseArea(m_context, this);
-    m_frameW = new WorkingPanel(this);
+    m_frameW = new WorkingPanel(m_context, this);
     m_textPage = new TextPage(m_context, *m_framePwd, *this, this);
 
     // The passphrase area gets the height its texts ask for; the pages take what is left.
@@ -68,6 +88,8 @@ void FCrypt::BuildWindow() {
     m_frameW->hide();
 
     setFixedSize(theme::kWindowWidth, theme::kWindowHeight);
+    setAcceptDrops(true);
+    ChainFocus({m_tabStr, pages, passphraseArea});
     ConnectControls();
 }
 
@@ -87,23 +109,21 @@ QWidget* FCrypt::BuildHeader() {
     row->addWidget(title);
     row->addStretch();
 
-    const std::array<std::pair<FlagImage::Country, const char*>, 4> flags{{
-        {FlagImage::Country::Germany, "ImageDE"},
-        {FlagImage::Country::UnitedKingdom, "ImageEN"},
-        {FlagImage::Country::Spain, "ImageES"},
-        {FlagImage::Country::France, "ImageFR"},
-    }};
-    for (std::size_t i = 0; i < flags.size(); ++i) {
-        m_flags[i] = new FlagImage(flags[i].first, QString::fromLatin1(flags[i].second), header);
-        m_flags[i]->setToolTip(QStringLiteral("#%1").arg(kFirstFlagTipId + static_cast<int>(i)));
-        row->addWidget(m_flags[i]);
+    auto* cmdAbout = parts::Button(QStringLiteral("cmdAbout"), kAboutId, header);
+    cmdAbout->setProperty("role", QStringLiteral("quiet"));
+    connect(cmdAbout, &QPushButton::clicked, this, &FCrypt::OnCmdAboutClick);
+    row->addWidget(cmdAbout);
+    row->addSpacing(8);
+    m_flags = LanguageFlags(header);
+    for (FlagImage* flag : m_flags) {
+        row->addWidget(flag);
     }
     row->addSpacing(18);
-    auto* controlBox = new ControlBox(header);
-    controlBox->setToolTip(QStringLiteral("#%1").arg(kControlBoxTipId));
-    connect(controlBox, &ControlBox::minimiseRequested, this, &QWidget::showMinimized);
-    connect(controlBox, &ControlBox::closeRequested, this, &QWidget::close);
-    row->addWidget(controlBox, 0, Qt::AlignVCenter);
+    m_controlBox = new ControlBox(header);
+    m_controlBox->setToolTip(QStringLiteral("#%1").arg(kControlBoxTipId));
+    connect(m_controlBox, &ControlBox::minimiseRequested, this, &QWidget::showMinimized);
+    connect(m_controlBox, &ControlBox::closeRequested, this, &QWidget::close);
+    row->addWidget(m_controlBox, 0, Qt::AlignVCenter);
     return header;
 }
 
@@ -117,8 +137,8 @@ QWidget* FCrypt::BuildFilesPage() {
     m_tabFileCrypt->SetNumberOfTabs(2);
     layout->addWidget(m_tabFileCrypt);
 
-    m_encryptPage = new EncryptPage(m_context, m_filesPage);
-    m_decryptPage = new DecryptPage(m_context, m_filesPage);
+    m_encryptPage = new EncryptPage(m_context, *m_framePwd, *this, m_filesPage);
+    m_decryptPage = new DecryptPage(m_context, *m_framePwd, *this, m_filesPage);
     layout->addWidget(parts::Stacked({m_encryptPage, m_decryptPage}, m_filesPage), 1);
     return m_filesPage;
 }

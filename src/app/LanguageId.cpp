@@ -74,6 +74,15 @@ int WindowsLanguageId(std::string_view language, std::string_view territory) {
     return 0;
 }
 
+int WindowsLanguageIdOfLocale(std::string_view localeName) {
+    localeName = localeName.substr(0, localeName.find_first_of(".@"));
+    const std::size_t separator = localeName.find('_');
+    if (separator == std::string_view::npos) {
+        return WindowsLanguageId(localeName, {});
+    }
+    return WindowsLanguageId(localeName.substr(0, separator), localeName.substr(separator + 1));
+}
+
 int LanguageOffsetForLangId(int langId) {
     if (Holds(kGermanIds, langId)) {
         return kGerman;

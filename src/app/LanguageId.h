@@ -14,6 +14,11 @@ namespace kelvora {
 // (language neutral).
 [[nodiscard]] int WindowsLanguageId(std::string_view language, std::string_view territory);
 
+// WindowsLanguageIdOfLocale maps a locale name such as "de_AT" (language, "_", territory;
+// anything from a "." or "@" on is ignored) to its Windows language id like
+// WindowsLanguageId; "C" and other names without a known language give 0.
+[[nodiscard]] int WindowsLanguageIdOfLocale(std::string_view localeName);
+
 // LanguageOffsetForLangId chooses the catalogue's language offset for a Windows language id:
 // the German ids give kGerman, then the Spanish ids kSpanish, then the French ids kFrench,
 // and everything else kEnglish. The Spanish list holds 1216 where the pattern would put

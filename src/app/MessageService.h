@@ -2,7 +2,10 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 
+class QFileDialog;
+class QMessageBox;
 class QWidget;
 
 namespace kelvora {
@@ -35,11 +38,30 @@ public:
     virtual void OpenUrl(const QString& url) = 0;
 };
 
-// QtMessageService shows real Qt dialogs over parent.
+// The catalogue ids of the dialogs' buttons.
+inline constexpr int kCancelButtonId = 150;
+inline constexpr int kOkButtonId = 151;
+inline constexpr int kYesButtonId = 580;
+inline constexpr int kNoButtonId = 581;
+inline constexpr int kOpenButtonId = 105;
+inline constexpr int kSaveButtonId = 111;
+
+// LabelButtons gives the OK, Cancel, Yes and No buttons of a box their catalogue texts, so
+// that no English button appears in a window of another language.
+void LabelButtons(QMessageBox& box, int languageOffset);
+// LabelFileDialog does the same for a file or folder chooser: acceptId names its accept
+// button, Cancel is the catalogue's.
+void LabelFileDialog(QFileDialog& dialog, int languageOffset, int acceptId);
+
+// QtMessageService shows real Qt dialogs over parent, their buttons in the language that
+// languageOffset answers at the time (English until one is given).
 class QtMessageService final : public MessageService {
 public:
     explicit QtMessageService(QWidget* parent = nullptr) : m_parent(parent) {}
     void setParent(QWidget* parent) { m_parent = parent; }
+    void SetLanguageSource(std::function<int()> languageOffset) {
+        m_languageOffset = std::move(languageOffset);
+    }
 
     void ShowMessage(int id, const QString& text, Icon icon, const QString& title) override;
     Answer AskOkCancel(int id, const QString& text, const QString& title) override;
@@ -51,7 +73,11 @@ public:
     void OpenUrl(const QString& url) override;
 
 private:
+    int Language() const;
+    int RunFileDialog(QFileDialog& dialog, int acceptId) const;
+
     QWidget* m_parent;
+    std::function<int()> m_languageOffset;
 };
 
 } // namespace kelvora

@@ -1,10 +1,13 @@
 #include "app/PassphraseArea.h"
 
+#include "app/SharedSecurityPanel.h"
 #include "app/WindowContext.h"
 #include "app/WindowParts.h"
 #include "common/Ansi.h"
 #include "common/LineBreaks.h"
+#include "crypto/CRijndael.h"
 #include "crypto/KeyRules.h"
+#include "tools/FrmTast.h"
 #include "tools/PassphraseGenerator.h"
 #include "tools/RatingDisplay.h"
 
@@ -18,6 +21,23 @@ namespace kelvora {
 namespace {
 
 constexpr int kCardMargin = 16;
+constexpr int kUnholdablePassphraseMessageId = 588; // "%s" names the character
+constexpr int kUnholdableCharacterWarningId = 589;  // "%s" names the character
+constexpr int kOnlyFirst32WarningId = 590;
+constexpr int kGeneratorHiddenKeyPlace = 5;
+
+std::string Utf8Of(const QLineEdit& box) {
+    return box.text().toStdString();
+}
+
+// UnholdableCharacter names the first character of a passphrase the key cannot hold.
+std::optional<QString> UnholdableCharacter(std::string_view utf8) {
+    const AnsiCheck check = CheckAnsi(utf8, NulRule::Allowed);
+    if (check.ok()) {
+        return std::nullopt;
+    }
+    return QString::fromStdString(DescribeCharacter(*check.first));
+}
 
 } // namespace
 
@@ -37,15 +57,32 @@ PassphraseArea::PassphraseArea(WindowContext& context, QWidget* parent)
     grid->addWidget(m_txtCode, 1, 0);
     grid->addWidget(m_cmdPassgen, 1, 1);
     m_chkHPwd = parts::Tag(new QCheckBox(this), QStringLiteral("ChkHPwd"), 158);
-    grid->addWidget(m_chkHPwd, 2, 0, 1, 2, Qt::AlignLeft);
+    grid->addWidget(m_chkHPwd, 2, 0, Qt::AlignLeft);
+    m_cmdTast = parts::Button(QStringLiteral("cmdTast"), 156, this);
+    grid->addWidget(m_cmdTast, 2, 1);
 
     m_rating = new RatingDisplay(this);
     grid->addWidget(m_rating, 3, 0, 1, 2);
+    m_warnings = new QLabel(this);
+    m_warnings->setObjectName(QStringLiteral("LblPwdWarning"));
+    m_warnings->setStyleSheet(QStringLiteral("color: #A8461B;"));
+    m_warnings->setWordWrap(true);
+    m_warnings->hide();
+    grid->addWidget(m_warnings, 4, 0, 1, 2);
+
+    m_sharedSecurity = new SharedSecurityPanel(
+        *m_txtCode, m_context.messages, [&context] { return context.languageOffset; }, this);
+    // The mode buttons share the row of ChkHPwd, so shared mode costs the window little room.
+    grid->addWidget(m_sharedSecurity->ModeButtons(), 2, 0, 1, 2, Qt::AlignRight);
+    grid->addWidget(m_sharedSecurity, 5, 0, 1, 2);
     grid->setColumnStretch(0, 1);
 
     connect(m_cmdPassgen, &QPushButton::clicked, this, &PassphraseArea::OnCmdPassgenClick);
     connect(m_chkHPwd, &QCheckBox::toggled, this, &PassphraseArea::OnChkHPwdClick);
+    connect(m_cmdTast, &QPushButton::clicked, this, &PassphraseArea::OnCmdTastClick);
     connect(m_txtCode, &QLineEdit::textChanged, this, &PassphraseArea::Rate);
+    Rate(); // no star shows before the first rating
+    connect(m_txtCode, &QLineEdit::textChanged, this, &PassphraseArea::ShowWarnings);
 }
 
 bool PassphraseArea::IsEmpty() const {
@@ -57,12 +94,29 @@ std::optional<SecretBytes> PassphraseArea::EncryptionKey(int missingMessageId) {
         m_context.ShowMessage(missingMessageId);
         return std::nullopt;
     }
-    const SecretString passphrase(AnsiFromUtf8(m_txtCode->text().toStdString()));
+    SecretString typed(Utf8Of(*m_txtCode));
+    if (const auto character = UnholdableCharacter(typed.str())) {
+        m_context.ShowMessage(kUnholdablePassphraseMessageId, *character);
+        return std::nullopt;
+    }
+    const SecretString passphrase(AnsiFromUtf8(typed.str()));
     return MakePassphraseKey(passphrase.str());
 }
 
 std::optional<SecretBytes> PassphraseArea::DecryptionKey(int missingMessageId) {
-    return EncryptionKey(missingMessageId);
+    if (m_sharedSecurity->IsShared()) {
+        std::optional<SecretBytes> key = m_sharedSecurity->BuildKey();
+        if (key) {
+            m_sharedSecurity->ClearSlots();
+        }
+        return key;
+    }
+    if (IsEmpty()) {
+        m_context.ShowMessage(missingMessageId);
+        return std::nullopt;
+    }
+    const SecretString passphrase(AnsiFromUtf8(Utf8Of(*m_txtCode)));
+    return MakePassphraseKey(passphrase.str());
 }
 
 void PassphraseArea::Clear() {
@@ -75,9 +129,40 @@ void PassphraseArea::Rate() {
     m_rating->ShowRating(rating, m_context.Text(rating.sentenceId));
 }
 
+void PassphraseArea::ShowWarnings() {
+    const SecretString typed(Utf8Of(*m_txtCode));
+    QStringList lines;
+    if (const auto character = UnholdableCharacter(typed.str())) {
+        lines << m_context.Text(kUnholdableCharacterWarningId, *character);
+    }
+    if (m_txtCode->text().toStdU32String().size() > kKeyBytes) {
+        lines << m_context.Text(kOnlyFirst32WarningId);
+    }
+    m_warnings->setText(lines.join(QLatin1Char('\n')));
+    m_warnings->setVisible(!lines.isEmpty());
+}
+
+void PassphraseArea::SetSharedSecurityOffered(bool offered) {
+    m_sharedSecurity->SetOffered(offered);
+}
+
+void PassphraseArea::Localise() {
+    ShowWarnings();
+    m_sharedSecurity->Localise();
+}
+
 void PassphraseArea::SetWorking(bool on) {
     m_rating->TrafficLight()->setVisible(!on);
     setEnabled(!on);
+    if (m_keyboard) {
+        m_keyboard->setEnabled(!on);
+    }
+}
+
+void PassphraseArea::SetLanguage(int languageOffset) {
+    if (m_keyboard) {
+        m_keyboard->SetLanguage(languageOffset);
+    }
 }
 
 void PassphraseArea::OnCmdPassgenClick() {
@@ -85,6 +170,19 @@ void PassphraseArea::OnCmdPassgenClick() {
     m_txtCode->setText(QString::fromStdString(FromCrLf(Utf8FromAnsi(generated.str()))));
     m_chkHPwd->setChecked(false);
     m_rating->ShowRating(TopRating(), m_context.Text(kGeneratedPassphraseMessageId));
+    m_sharedSecurity->HideKeyPlace(kGeneratorHiddenKeyPlace);
+}
+
+// OnCmdTastClick opens the screen keyboard, which types into the passphrase box only; a
+// second click brings the open one forward.
+void PassphraseArea::OnCmdTastClick() {
+    if (!m_keyboard) {
+        m_keyboard = new FrmTast(*m_txtCode, m_context.languageOffset,
+                                 FrmTast::SystemKeyboardLayout(), window());
+    }
+    m_keyboard->show();
+    m_keyboard->raise();
+    m_keyboard->activateWindow();
 }
 
 void PassphraseArea::OnChkHPwdClick() {

@@ -9,6 +9,8 @@
 #include "common/Ansi.h"
 #include "common/LineBreaks.h"
 #include "crypto/CRijndael.h"
+#include "i18n/Catalogue.h"
+#include "mail/frmEmail.h"
 #include "text/ArmourFinder.h"
 #include "text/EncryptedText.h"
 
@@ -21,9 +23,10 @@
 namespace kelvora {
 namespace {
 
-// The mail window is not part of the program yet; cmdMail stays hidden until it is.
-constexpr bool kMailWindowAvailable = false;
 constexpr int kMissingInputMessageId = 114;
+constexpr int kReminderMessageId = 190;
+constexpr int kUnsupportedInTextQuestionId = 591; // "%s" the character, "%d" its position
+constexpr int kNoBannerQuestionId = 592;
 constexpr int kSeveralArmoursMessageId = 630;
 
 } // namespace
@@ -50,11 +53,10 @@ TextPage::TextPage(WindowContext& context, PassphraseArea& passphrase, JobHost& 
     buttons->setSpacing(8);
     m_command1 = parts::Button(QStringLiteral("Command1"), 161, this, true);
     m_command2 = parts::Button(QStringLiteral("Command2"), 162, this, true);
-    // cmdMail opens the mail window: it is enabled after an encryption and shown once the
-    // program has that window.
+    // cmdMail hands the encrypted text to the mail window. It is enabled while the box shows
+    // the text of the last encryption, so that it never sends anything else.
     m_cmdMail = parts::Button(QStringLiteral("cmdMail"), 181, this);
     m_cmdMail->setEnabled(false);
-    m_cmdMail->setVisible(kMailWindowAvailable);
     m_lblLink = parts::Tag(new ClickLabel(this), QStringLiteral("LblLink"), 160);
     m_lblLink->setProperty("role", QStringLiteral("link"));
     m_lblLink->setCursor(Qt::PointingHandCursor);
@@ -68,6 +70,14 @@ TextPage::TextPage(WindowContext& context, PassphraseArea& passphrase, JobHost& 
     connect(m_command1, &QPushButton::clicked, this, &TextPage::OnCommand1Click);
     connect(m_command2, &QPushButton::clicked, this, &TextPage::OnCommand2Click);
     connect(m_lblLink, &ClickLabel::clicked, this, &TextPage::OnLblLinkClick);
+    connect(m_cmdMail, &QPushButton::clicked, this, &TextPage::OnCmdMailClick);
+    connect(m_txtResults, &QPlainTextEdit::textChanged, this, [this] {
+        m_cmdMail->setEnabled(!m_mailText.isEmpty() && m_txtResults->toPlainText() == m_mailText);
+    });
+}
+
+QWidget* TextPage::FirstField() const {
+    return m_txtResults;
 }
 
 bool TextPage::TextInputsGiven() {
@@ -80,6 +90,21 @@ bool TextPage::TextInputsGiven() {
 
 std::string TextPage::AnsiResults() const {
     return ToCrLf(AnsiFromUtf8(m_txtResults->toPlainText().toStdString()));
+}
+
+std::optional<std::string> TextPage::AnsiTextToEncrypt() {
+    SecretString typed(m_txtResults->toPlainText().toStdString());
+    const AnsiCheck check = CheckAnsi(typed.str(), NulRule::Refused);
+    if (!check.ok()) {
+        const QString text = QString::fromStdString(
+            GetText(m_context.languageOffset, kUnsupportedInTextQuestionId,
+                    DescribeCharacter(*check.first), std::to_string(check.first->position)));
+        if (m_context.messages.AskYesNo(kUnsupportedInTextQuestionId, text, QString()) !=
+            MessageService::Answer::Yes) {
+            return std::nullopt;
+        }
+    }
+    return ToCrLf(AnsiTextFromUtf8(typed.str()));
 }
 
 // ArmourToDecrypt takes the encrypted text out of the box, which may hold a whole pasted
@@ -112,25 +137,30 @@ void TextPage::OnCommand1Click() {
     if (!TextInputsGiven()) {
         return;
     }
-    if (m_context.messages.AskOkCancel(190, m_context.Text(190), kTextReminderTitle) !=
-        MessageService::Answer::Ok) {
-        return;
-    }
-    JobScope job(m_host);
-    const std::string plain = WithBanner(m_context.languageOffset, AnsiResults());
-    ShowResults(plain);
-
-    CRijndael cipher(&job.Observer());
-    job.LinkCancel(cipher.Cancel);
+    // Everything that can refuse or change the input is settled before anything changes.
     std::optional<SecretBytes> key = m_passphrase.EncryptionKey(kMissingInputMessageId);
-    m_passphrase.Clear();
     if (!key) {
         return;
     }
-    const TextResult result = EncryptText(cipher, key->bytes(), plain, m_context.random);
+    std::optional<std::string> text = AnsiTextToEncrypt();
+    if (!text ||
+        m_context.messages.AskOkCancel(kReminderMessageId, m_context.Text(kReminderMessageId),
+                                       kTextReminderTitle) != MessageService::Answer::Ok) {
+        return;
+    }
+    JobScope job(m_host);
+    SecretString plain(WithBanner(m_context.languageOffset, *text));
+    Wipe(*text);
+    ShowResults(plain.str());
+
+    CRijndael cipher(&job.Observer());
+    job.LinkCancel(cipher.Cancel);
+    m_passphrase.Clear();
+    const TextResult result = EncryptText(cipher, key->bytes(), plain.str(), m_context.random);
     key.reset();
     if (result.status == TextStatus::Ok) {
         ShowResults(result.text);
+        m_mailText = m_txtResults->toPlainText();
         m_cmdMail->setEnabled(true);
     }
 }
@@ -140,27 +170,54 @@ void TextPage::OnCommand2Click() {
         return;
     }
     const std::string armour = ArmourToDecrypt();
-    JobScope job(m_host);
-    CRijndael cipher(&job.Observer());
-    job.LinkCancel(cipher.Cancel);
+    // In shared mode this combines the keys, or names the one missing, before the busy state.
     std::optional<SecretBytes> key = m_passphrase.DecryptionKey(kMissingInputMessageId);
     if (!key) {
         return;
     }
-    TextResult result = DecryptText(cipher, key->bytes(), armour);
+    TextResult result;
+    {
+        JobScope job(m_host);
+        CRijndael cipher(&job.Observer());
+        job.LinkCancel(cipher.Cancel);
+        result = DecryptText(cipher, key->bytes(), armour);
+    }
+    key.reset();
+    m_passphrase.Clear();
     if (result.status == TextStatus::NotBlockAligned) {
         m_context.ShowMessage(kMissingInputMessageId);
     } else if (result.status == TextStatus::Ok) {
-        ShowResults(UpToFirstNul(result.text));
+        ShowDecrypted(UpToFirstNul(result.text));
     }
     Wipe(result.text);
-    key.reset();
-    m_passphrase.Clear();
+}
+
+void TextPage::ShowDecrypted(std::string_view ansiText) {
+    // A text that does not start with a banner line was most likely deciphered with a wrong
+    // key: the encrypted text stays unless the person wants to see the result anyway.
+    if (!StartsWithBanner(ansiText) &&
+        m_context.messages.AskYesNo(kNoBannerQuestionId, m_context.Text(kNoBannerQuestionId),
+                                    QString()) != MessageService::Answer::Yes) {
+        return;
+    }
+    ShowResults(ansiText);
 }
 
 void TextPage::OnLblLinkClick() {
     m_context.ShowMessage(191);
     m_context.messages.OpenUrl(kOnlineVersionUrl);
+}
+
+// OnCmdMailClick hands the text to the mail window, the open one when there is one, so the
+// fields typed into it stay.
+void TextPage::OnCmdMailClick() {
+    if (!m_mail) {
+        m_mail = new frmEmail(m_context.messages, m_context.languageOffset, window());
+    }
+    m_mail->SetMsg(m_mailText);
+    m_mail->show();
+    m_mail->raise();
+    m_mail->activateWindow();
 }
 
 } // namespace kelvora

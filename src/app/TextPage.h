@@ -1,7 +1,11 @@
 #pragma once
 
+#include "mail/frmEmail.h"
+
+#include <QPointer>
 #include <QString>
 #include <QWidget>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -31,17 +35,25 @@ public:
     TextPage(WindowContext& context, PassphraseArea& passphrase, JobHost& host,
              QWidget* parent = nullptr);
 
-    QPlainTextEdit* TextBox() const { return m_txtResults; }
+    QWidget* FirstField() const;
 
 private:
     void OnCommand1Click();
     void OnCommand2Click();
     void OnLblLinkClick();
+    // OnCmdMailClick opens the mail window with the text of the last encryption.
+    void OnCmdMailClick();
     // TextInputsGiven shows message 114 unless both the passphrase and the text are there.
     bool TextInputsGiven();
     std::string AnsiResults() const;
     std::string ArmourToDecrypt();
+    // AnsiTextToEncrypt is the text of the box in Windows-1252. When it holds a character the
+    // code page lacks, or a NUL, the person is asked first whether "?" may stand in for them;
+    // No gives nothing.
+    std::optional<std::string> AnsiTextToEncrypt();
     void ShowResults(std::string_view ansiText);
+    // ShowDecrypted puts a decrypted text into the box; see OnCommand2Click.
+    void ShowDecrypted(std::string_view ansiText);
 
     WindowContext& m_context;
     PassphraseArea& m_passphrase;
@@ -51,6 +63,8 @@ private:
     QPushButton* m_command2 = nullptr;
     QPushButton* m_cmdMail = nullptr;
     ClickLabel* m_lblLink = nullptr;
+    QString m_mailText;        // the text of the last encryption, as the box showed it
+    QPointer<frmEmail> m_mail; // the mail window while it is open
 };
 
 } // namespace kelvora

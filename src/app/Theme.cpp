@@ -37,6 +37,11 @@ QString StyleSheet() {
         QPushButton[role="primary"] { background: %4; border-color: %4; color: white; }
         QPushButton[role="primary"]:hover { background: %5; border-color: %5; }
         QPushButton[role="primary"]:disabled { background: #9DB3C8; border-color: #9DB3C8; }
+        QPushButton[role="quiet"] {
+            background: transparent; border: none; color: %4; padding: 4px 6px;
+        }
+        QPushButton[role="quiet"]:hover { color: %5; text-decoration: underline; }
+        QPushButton[role="quiet"]:focus { text-decoration: underline; }
         QCheckBox { spacing: 6px; }
     )")
         .arg(Hex(kText), Hex(kMutedText), Hex(kOutline), Hex(kAccent), Hex(kAccentDark),

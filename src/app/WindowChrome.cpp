@@ -1,7 +1,9 @@
 #include "app/WindowChrome.h"
 
 #include "app/Theme.h"
+#include "i18n/Catalogue.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -86,6 +88,15 @@ void ClickLabel::mouseReleaseEvent(QMouseEvent* event) {
     }
 }
 
+void ClickLabel::keyPressEvent(QKeyEvent* event) {
+    const int key = event->key();
+    if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) {
+        emit clicked();
+        return;
+    }
+    QLabel::keyPressEvent(event);
+}
+
 FlagImage::FlagImage(Country country, const QString& objectName, QWidget* parent)
     : ClickLabel(parent) {
     setObjectName(objectName);
@@ -93,8 +104,29 @@ FlagImage::FlagImage(Country country, const QString& objectName, QWidget* parent
     setAlignment(Qt::AlignCenter);
     setLineWidth(1);
     setContentsMargins(2, 2, 2, 2);
+    setFocusPolicy(Qt::TabFocus); // reachable by Tab, chosen with Enter or Space
     setFixedSize(kFlagSize + QSize(8, 8));
     setCursor(Qt::PointingHandCursor);
+}
+
+std::array<FlagImage*, 4> LanguageFlags(QWidget* parent) {
+    constexpr int kFirstLanguageNameId = 501;
+    constexpr std::array<std::pair<FlagImage::Country, const char*>, 4> kFlags{{
+        {FlagImage::Country::Germany, "ImageDE"},
+        {FlagImage::Country::UnitedKingdom, "ImageEN"},
+        {FlagImage::Country::Spain, "ImageES"},
+        {FlagImage::Country::France, "ImageFR"},
+    }};
+    std::array<FlagImage*, 4> flags{};
+    for (std::size_t i = 0; i < kFlags.size(); ++i) {
+        flags[i] = new FlagImage(kFlags[i].first, QString::fromLatin1(kFlags[i].second), parent);
+        // Each language's name is written in that language, the same whatever the window's.
+        const QString name =
+            QString::fromStdString(GetText(kGerman, kFirstLanguageNameId + static_cast<int>(i)));
+        flags[i]->setToolTip(name);
+        flags[i]->setAccessibleName(name);
+    }
+    return flags;
 }
 
 ControlBox::ControlBox(QWidget* parent) : QWidget(parent) {

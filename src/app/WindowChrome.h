@@ -4,11 +4,13 @@
 #include <QPixmap>
 #include <QRegion>
 #include <QWidget>
+#include <array>
 
 namespace kelvora {
 
-// ClickLabel is a label that reports a left click (a release inside it). It takes the press
-// itself, so a click on it does not start moving the window.
+// ClickLabel is a label that reports a left click (a release inside it), or Enter or Space
+// while it has the focus. It takes the press itself, so a click on it does not start moving
+// the window.
 class ClickLabel : public QLabel {
     Q_OBJECT
 
@@ -21,6 +23,7 @@ signals:
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 };
 
 // FlagImage is a language flag: a small painted flag that reports clicks. Its frame is the
@@ -33,6 +36,11 @@ public:
 
     FlagImage(Country country, const QString& objectName, QWidget* parent = nullptr);
 };
+
+// LanguageFlags makes the four language flags ImageDE, ImageEN, ImageES and ImageFR (German,
+// English, Spanish, French, the order of the language offsets) in parent, each with its
+// language's name as tool tip and as its name for screen readers.
+std::array<FlagImage*, 4> LanguageFlags(QWidget* parent);
 
 // ControlBox is the one picture that stands for the window's minimise and close buttons:
 // a release on its left kMinimiseWidth pixels minimises, anywhere else closes.

@@ -3,6 +3,7 @@
 #include "app/MessageService.h"
 #include "common/Random.h"
 
+#include <QLocale>
 #include <QString>
 
 namespace kelvora {
@@ -14,8 +15,13 @@ struct WindowContext {
     RandomSource& random;
     int languageOffset;
 
-    // Text is the catalogue text of germanId in the window's language, "%s" filled with s.
-    QString Text(int germanId, const QString& s = {}) const;
+    // Text is the catalogue text of germanId in the window's language, "%s" filled with s
+    // and "%d" with d.
+    QString Text(int germanId, const QString& s = {}, const QString& d = {}) const;
+    // Filter turns a catalogue filter ("All files (*.*)|*.*") into a file dialog's filter.
+    QString Filter(int germanId) const;
+    // Locale writes numbers and sizes as the window's language does.
+    QLocale Locale() const;
     // ShowMessage shows the catalogue text of germanId with an OK button and the default title.
     void ShowMessage(int germanId, const QString& s = {},
                      MessageService::Icon icon = MessageService::Icon::Information) const;

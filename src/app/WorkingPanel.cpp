@@ -1,9 +1,10 @@
 #include "app/WorkingPanel.h"
 
 #include "app/CountAnimation.h"
+#include "app/WindowContext.h"
 #include "app/WindowParts.h"
+#include "app/WorkingLight.h"
 #include "controls/ProgressBar.h"
-#include "tools/RatingDisplay.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
@@ -17,10 +18,14 @@ namespace {
 
 constexpr int kCountInterval = 125; // milliseconds between two steps of the busy animation
 constexpr int kCardMargin = 16;
+constexpr int kFileTextId = 517;
+constexpr int kSpeedTextId = 518;
+constexpr qint64 kMillisecondsPerSecond = 1000;
 
 } // namespace
 
-WorkingPanel::WorkingPanel(QWidget* parent) : QFrame(parent) {
+WorkingPanel::WorkingPanel(const WindowContext& context, QWidget* parent)
+    : QFrame(parent), m_context(context) {
     parts::MakeCard(this, QStringLiteral("FrameW"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(kCardMargin, 14, kCardMargin, 14);
@@ -28,7 +33,7 @@ WorkingPanel::WorkingPanel(QWidget* parent) : QFrame(parent) {
 
     auto* heading = new QHBoxLayout;
     heading->setSpacing(10);
-    m_pictArbeitampel = new Lamp(QColor(0xF5, 0xA6, 0x23), QStringLiteral("PictArbeitampel"), this);
+    m_pictArbeitampel = new WorkingLight(this);
     heading->addWidget(m_pictArbeitampel);
     heading->addWidget(parts::Caption(QStringLiteral("LblWorking"), 142, this));
     heading->addStretch();
@@ -41,6 +46,16 @@ WorkingPanel::WorkingPanel(QWidget* parent) : QFrame(parent) {
     m_progressBar2 = parts::Bar(QStringLiteral("ProgressBar2"), 5, this);
     layout->addWidget(m_progressBar1);
     layout->addWidget(m_progressBar2);
+    m_lblJobFile = new QLabel(this);
+    m_lblJobFile->setObjectName(QStringLiteral("LblJobFile"));
+    m_lblJobFile->setProperty("role", QStringLiteral("hint"));
+    m_lblJobFile->setTextFormat(Qt::PlainText);
+    m_lblJobFile->setMinimumWidth(1); // a long path is cut, it never widens the window
+    m_lblJobSpeed = new QLabel(this);
+    m_lblJobSpeed->setObjectName(QStringLiteral("LblJobSpeed"));
+    m_lblJobSpeed->setProperty("role", QStringLiteral("hint"));
+    layout->addWidget(m_lblJobFile);
+    layout->addWidget(m_lblJobSpeed);
     layout->addStretch();
 
     auto* buttons = new QHBoxLayout;
@@ -59,6 +74,13 @@ WorkingPanel::WorkingPanel(QWidget* parent) : QFrame(parent) {
 
 void WorkingPanel::Start() {
     m_cancel = false;
+    m_fileCount = 0;
+    m_totalBytes = 0;
+    m_bytesDone = 0;
+    m_chunksReported = false;
+    m_lblJobFile->clear();
+    m_lblJobSpeed->clear();
+    m_pictArbeitampel->SetQuarters(0);
     m_pictArbeitampel->SetLit(true);
     m_progressBar1->SetPosition(0);
     m_progressBar2->SetPosition(0);
@@ -81,6 +103,7 @@ void WorkingPanel::RequestCancel() {
 }
 
 void WorkingPanel::OnProgressRange(std::int64_t maximum) {
+    m_chunksReported = true;
     m_progressBar1->SetMax(maximum);
 }
 
@@ -90,6 +113,43 @@ void WorkingPanel::OnProgress(std::int64_t position) {
 
 void WorkingPanel::LetEventsRun() {
     QCoreApplication::processEvents();
+}
+
+void WorkingPanel::OnJobStarted(std::size_t fileCount, std::int64_t totalBytes) {
+    m_fileCount = fileCount;
+    m_totalBytes = totalBytes;
+    m_progressBar2->SetMax(static_cast<qint64>(fileCount));
+}
+
+void WorkingPanel::OnFileStarted(std::size_t index, const std::string& name) {
+    m_progressBar2->SetPosition(static_cast<qint64>(index));
+    m_pictArbeitampel->SetQuarters(QuartersDone(index, m_fileCount));
+    const QString text = m_context.Text(kFileTextId, QString::fromStdString(name));
+    m_lblJobFile->setText(
+        m_lblJobFile->fontMetrics().elidedText(text, Qt::ElideMiddle, m_lblJobFile->width()));
+    m_lblJobFile->setToolTip(text);
+}
+
+void WorkingPanel::OnBytesDone(std::int64_t bytes) {
+    m_bytesDone += bytes;
+    if (!m_chunksReported && m_totalBytes > 0) {
+        m_progressBar1->SetMax(m_totalBytes);
+        m_progressBar1->SetPosition(std::min(m_bytesDone, m_totalBytes));
+    }
+    ShowSpeed();
+}
+
+void WorkingPanel::ShowSpeed() {
+    const qint64 elapsed = m_workClock.elapsed();
+    if (elapsed <= 0 || m_bytesDone <= 0) {
+        return;
+    }
+    const qint64 perSecond = m_bytesDone * kMillisecondsPerSecond / elapsed;
+    const qint64 left = std::max<qint64>(m_totalBytes - m_bytesDone, 0);
+    const qint64 secondsLeft = perSecond > 0 ? left / perSecond : 0;
+    m_lblJobSpeed->setText(m_context.Text(kSpeedTextId,
+                                          m_context.Locale().formattedDataSize(perSecond),
+                                          QString::number(secondsLeft)));
 }
 
 void WorkingPanel::OnTmrCountTick() {

@@ -6,24 +6,27 @@
 #include <QFrame>
 #include <atomic>
 
+class QLabel;
 class QPushButton;
 class QTimer;
 
 namespace kelvora {
 
 class CountAnimation;
-class Lamp;
 class ProgressBar;
+class WorkingLight;
+struct WindowContext;
 
 // WorkingPanel is the busy display FrameW: the working light PictArbeitampel, the animation
 // ImgCount driven by the timer TmrCount, ProgressBar1 (the blocks or chunks of the current
-// piece of work), ProgressBar2 (the files) and the cancel button cmdCancel. It observes the
-// job in progress: it shows the job's progress and tells the job when cancel was pressed.
+// piece of work), ProgressBar2 (the files), the current file LblJobFile with the speed and the
+// time left LblJobSpeed, and the cancel button cmdCancel. It observes the job in progress: it
+// shows the job's progress and tells the job when cancel was pressed.
 class WorkingPanel : public QFrame, public FileJobObserver {
     Q_OBJECT
 
 public:
-    explicit WorkingPanel(QWidget* parent = nullptr);
+    explicit WorkingPanel(const WindowContext& context, QWidget* parent = nullptr);
 
     // Start readies the panel for a new job: bars at 0, no cancel request, the clock and the
     // animation running. Stop ends the animation.
@@ -43,14 +46,25 @@ public:
     void OnProgress(std::int64_t position) override;
     void LetEventsRun() override;
     bool CancelRequested() override { return m_cancel.load(); }
+    void OnJobStarted(std::size_t fileCount, std::int64_t totalBytes) override;
+    void OnFileStarted(std::size_t index, const std::string& name) override;
+    void OnBytesDone(std::int64_t bytes) override;
 
 private:
     void OnTmrCountTick();
+    void ShowSpeed();
 
     std::atomic<bool> m_cancel{false};
     std::atomic<bool>* m_linkedCancel = nullptr;
+    const WindowContext& m_context;
     QElapsedTimer m_workClock;
-    Lamp* m_pictArbeitampel = nullptr;
+    std::size_t m_fileCount = 0;
+    std::int64_t m_totalBytes = 0;
+    std::int64_t m_bytesDone = 0;
+    bool m_chunksReported = false; // else ProgressBar1 follows the bytes of the whole job
+    WorkingLight* m_pictArbeitampel = nullptr;
+    QLabel* m_lblJobFile = nullptr;
+    QLabel* m_lblJobSpeed = nullptr;
     CountAnimation* m_imgCount = nullptr;
     QTimer* m_tmrCount = nullptr;
     ProgressBar* m_progressBar1 = nullptr;

@@ -9,17 +9,17 @@
 
 #include <QApplication>
 #include <QLocale>
+#include <algorithm>
 #include <cstdio>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
 int SystemLanguageOffset() {
-    const QString name = QLocale::system().name(); // "de_AT", or "C"
-    const QString language = name.section(QLatin1Char('_'), 0, 0);
-    const QString territory = name.section(QLatin1Char('_'), 1, 1);
     return kelvora::LanguageOffsetForLangId(
-        kelvora::WindowsLanguageId(language.toStdString(), territory.toStdString()));
+        kelvora::WindowsLanguageIdOfLocale(QLocale::system().name().toStdString()));
 }
 
 } // namespace
@@ -35,8 +35,11 @@ int main(int argc, char* argv[]) {
     kelvora::SystemRandom random;
     kelvora::FCrypt window(messages, random, SystemLanguageOffset());
     messages.setParent(&window);
+    messages.SetLanguageSource([&window] { return window.LanguageOffset(); });
     window.show();
-    window.Load(kelvora::JoinArguments(argc, argv),
+    // The arguments as the system split them, so a path with blanks stays one path.
+    const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+    window.Load(arguments,
                 QString::fromStdString(kelvora::ProgramName(argc > 0 ? argv[0] : "kelvora")));
     return QApplication::exec();
 }

@@ -56,8 +56,9 @@ void PrintUsage(std::ostream& stream, const Command& command) {
     stream << command.usage << kCommonOptionsHelp;
 }
 
-// WithCommonOptions adds the options every command takes to the command's own.
-std::vector<OptionSpec> WithCommonOptions(const Command& command) {
+} // namespace
+
+std::vector<OptionSpec> OptionsOf(const Command& command) {
     std::vector<OptionSpec> specs(command.options.begin(), command.options.end());
     for (const OptionSpec& common : {kHelpOption, kQuietFlag, kVerboseFlag}) {
         if (std::none_of(specs.begin(), specs.end(), [&](const OptionSpec& option) {
@@ -69,8 +70,10 @@ std::vector<OptionSpec> WithCommonOptions(const Command& command) {
     return specs;
 }
 
+namespace {
+
 int RunCommand(CliContext& context, const Command& command, std::span<const std::string> args) {
-    const ArgParseResult parsed = ParseArgs(args, WithCommonOptions(command));
+    const ArgParseResult parsed = ParseArgs(args, OptionsOf(command));
     if (!parsed.ok()) {
         return Fail(context, kExitUsage,
                     parsed.error + " (see 'kelvora-cli " + std::string(command.name) + " --help')");

@@ -327,7 +327,7 @@ const Command DecryptFilesCommand{
     "CONTAINER '-' reads the container from standard input, record by record without its\n"
     "index, and checks the index at the end against what was read.\n\n"
     "  -C, --directory DIR         restore below DIR\n"
-    "  -o -                        write the container's single file to standard output\n"
+    "  -o, --output -              write the container's single file to standard output\n"
     "                              (a container of several files is refused when the\n"
     "                              second one is reached)\n"
     "  -k, --keep-going            salvage a damaged or cut-off container: restore every\n"

@@ -10,7 +10,6 @@
 #include "text/ArmourFinder.h"
 #include "text/EncryptedText.h"
 
-#include <algorithm>
 #include <array>
 
 namespace kelvora::cli {
@@ -56,8 +55,7 @@ std::optional<std::string> AnsiText(CliContext& context, const ParsedArgs& args,
                  "\"?\" in its place");
         return std::nullopt;
     }
-    std::string ansi = AnsiFromUtf8(utf8);
-    std::replace(ansi.begin(), ansi.end(), '\0', '?');
+    std::string ansi = AnsiTextFromUtf8(utf8);
     Warn(context, std::to_string(check.count) + " character" + (check.count == 1 ? "" : "s") +
                       " of the text replaced by \"?\"");
     return ansi;

@@ -1,5 +1,6 @@
 #include "common/Ansi.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdio>
@@ -107,6 +108,12 @@ std::string AnsiFromUtf8(std::string_view utf8) {
         out.push_back(AnsiFromCodePoint(DecodeUtf8(utf8, pos)));
     }
     return out;
+}
+
+std::string AnsiTextFromUtf8(std::string_view utf8) {
+    std::string ansi = AnsiFromUtf8(utf8);
+    std::replace(ansi.begin(), ansi.end(), '\0', '?');
+    return ansi;
 }
 
 std::string Utf8FromAnsi(std::string_view ansi) {

@@ -16,6 +16,10 @@ namespace kelvora {
 // code page lacks, and every byte of malformed UTF-8, becomes "?".
 std::string AnsiFromUtf8(std::string_view utf8);
 
+// AnsiTextFromUtf8 converts a text someone agreed to have changed: as AnsiFromUtf8, and a
+// NUL becomes "?" as well, so that the whole text is kept when it is shown.
+std::string AnsiTextFromUtf8(std::string_view utf8);
+
 // Utf8FromAnsi converts Windows-1252 bytes to UTF-8. It cannot fail.
 std::string Utf8FromAnsi(std::string_view ansi);
 

@@ -115,6 +115,27 @@ void InputList::Remove(std::size_t index) {
     m_entries.erase(m_entries.begin() + static_cast<std::ptrdiff_t>(index));
 }
 
+void InputList::RemoveEntries(const std::vector<std::size_t>& indexes) {
+    std::vector<bool> removed(m_entries.size(), false);
+    for (const std::size_t index : indexes) {
+        if (index < removed.size()) {
+            removed[index] = true;
+        }
+    }
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < m_entries.size(); ++i) {
+        if (removed[i]) {
+            m_listed.erase(m_entries[i].path);
+        } else {
+            if (kept != i) { // a string moved onto itself may lose its text
+                m_entries[kept] = std::move(m_entries[i]);
+            }
+            ++kept;
+        }
+    }
+    m_entries.resize(kept);
+}
+
 void InputList::Clear() {
     m_entries.clear();
     m_listed.clear();

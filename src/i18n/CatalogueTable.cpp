@@ -13,8 +13,8 @@
 // - in a file-dialog filter such as "All files (*.*)|*.*" only the part before "|" is text;
 // - the English column is the reference wording and stays exactly as it is, slips such as
 //   "ecnrypt" included;
-// - kAbsent marks a text one language does not have: there is no German or French 182. The
-//   welcome window's 201 to 203 come with that window (French has no 202 and 203);
+// - kAbsent marks a text one language does not have: there is no German or French 182, and
+//   no French 202 and 203 (the welcome window leaves those lines out in French);
 // - texts the product adds beyond the reference list take German ids from 500 up.
 
 namespace kelvora {
@@ -373,6 +373,23 @@ constexpr CatalogueRow kRows[] = {
           "Bienvenido...",
           "Bienvenue..."},
 
+    // The welcome window's promotional sentences: a question naming one of the maker's
+    // products, and two one-line descriptions of its tools. French has no 202 and 203.
+    {201, "Kennen Sie schon %s?",
+          "Do you already know %s?",
+          "¿Ya conoce %s?",
+          "Connaissez-vous déjà %s ?"},
+
+    {202, "Entfernt Tracking-Cookies aus allen Ihren Browsern mit einem Klick.",
+          "Removes tracking cookies from all your browsers with one click.",
+          "Elimina las cookies de seguimiento de todos sus navegadores con un clic.",
+          kAbsent},
+
+    {203, "Vernichtet gelöschte Dateien so, dass kein Werkzeug sie zurückholen kann.",
+          "Shreds deleted files so that no tool can bring them back.",
+          "Destruye los archivos borrados para que ninguna herramienta pueda recuperarlos.",
+          kAbsent},
+
     // The shared-security key count is out of range; a key to combine is empty.
     {385, "Die Anzahl der Schlüssel muss zwischen 1 und 10 liegen.",
           "The number of keys must be between 1 and 10.",
@@ -498,6 +515,349 @@ constexpr CatalogueRow kRows[] = {
           "%s [/setEncrFiles <lista de archivos> /outputfile <archivo>]|[/setDecrFile <archivo>]",
           "Paramètres de Kelvora :\r\n"
           "%s [/setEncrFiles <liste de fichiers> /outputfile <fichier>]|[/setDecrFile <fichier>]"},
+
+    // Why a file job failed, shown after "Error:" (103); "%s" names the file.
+    {510, "Der Name von „%s“ ist zu lang, um gespeichert zu werden (mehr als 255 Byte).",
+          "The name of \"%s\" is too long to be stored (more than 255 bytes).",
+          "El nombre de «%s» es demasiado largo para guardarlo (más de 255 bytes).",
+          "Le nom de « %s » est trop long pour être enregistré (plus de 255 octets)."},
+
+    {511, "Der Name „%s“ würde aus dem Ausgabeverzeichnis hinausführen; diese Datei wird "
+          "nicht verarbeitet.",
+          "The name \"%s\" would lead outside the output directory; this file is not processed.",
+          "El nombre «%s» llevaría fuera del directorio de salida; este archivo no se procesa.",
+          "Le nom « %s » mènerait hors du répertoire de sortie ; ce fichier n'est pas traité."},
+
+    {512, "„%s“ kann nicht gelesen werden.",
+          "\"%s\" cannot be read.",
+          "No se puede leer «%s».",
+          "Impossible de lire « %s »."},
+
+    {513, "„%s“ kann nicht geschrieben werden.",
+          "\"%s\" cannot be written.",
+          "No se puede escribir «%s».",
+          "Impossible d'écrire « %s »."},
+
+    {514, "Die Daten von „%s“ sind beschädigt.",
+          "The data of \"%s\" are damaged.",
+          "Los datos de «%s» están dañados.",
+          "Les données de « %s » sont endommagées."},
+
+    {515, "„%s“ kann nicht komprimiert werden.",
+          "\"%s\" cannot be compressed.",
+          "No se puede comprimir «%s».",
+          "Impossible de compresser « %s »."},
+
+    {516, "Die Ausgabedatei „%s“ ist selbst eine der Eingabedateien.",
+          "The output file \"%s\" is itself one of the input files.",
+          "El archivo de salida «%s» es a su vez uno de los archivos de entrada.",
+          "Le fichier de sortie « %s » fait lui-même partie des fichiers d'entrée."},
+
+    // The working panel during a file job: the current file, then the speed and the time left.
+    {517, "Datei: %s",
+          "File: %s",
+          "Archivo: %s",
+          "Fichier : %s"},
+
+    {518, "%s pro Sekunde, noch etwa %d s",
+          "%s per second, about %d s left",
+          "%s por segundo, quedan unos %d s",
+          "%s par seconde, encore environ %d s"},
+
+    // The input list's count and total size; the line after a decryption ("%s" a link to the
+    // folder) and the files it did not restore.
+    {519, "%d Einträge, %s",
+          "%d entries, %s",
+          "%d entradas, %s",
+          "%d entrées, %s"},
+
+    {520, "%d Datei(en) wiederhergestellt in %s",
+          "%d file(s) restored in %s",
+          "%d archivo(s) restaurado(s) en %s",
+          "%d fichier(s) restauré(s) dans %s"},
+
+    {521, "Nicht wiederhergestellt: %s",
+          "Not restored: %s",
+          "No restaurado: %s",
+          "Non restauré : %s"},
+
+    // Browse buttons and the titles of the folder choosers.
+    {522, "Durchsuchen …",
+          "Browse…",
+          "Examinar…",
+          "Parcourir…"},
+
+    {523, "Seiten",
+          "Pages",
+          "Páginas",
+          "Pages"},
+
+    {524, "Minimieren",
+          "Minimize",
+          "Minimizar",
+          "Réduire"},
+
+    {525, "Schließen",
+          "Close",
+          "Cerrar",
+          "Fermer"},
+
+    {526, "Zu verschlüsselndes Verzeichnis auswählen",
+          "Select a directory to encrypt",
+          "Seleccione un directorio para cifrar",
+          "Sélectionnez un répertoire à chiffrer"},
+
+    {527, "Ausgabeverzeichnis auswählen",
+          "Select the output directory",
+          "Seleccione el directorio de salida",
+          "Sélectionnez le répertoire de sortie"},
+
+    // The screen keyboard: names of the keys that show no character, and of the size switch.
+    {550, "Letztes Zeichen löschen",
+          "Delete the last character",
+          "Borrar el último carácter",
+          "Effacer le dernier caractère"},
+
+    {551, "Großbuchstaben",
+          "Capital letters",
+          "Mayúsculas",
+          "Majuscules"},
+
+    {552, "Normale Größe",
+          "Normal size",
+          "Tamaño normal",
+          "Taille normale"},
+
+    {553, "Doppelte Größe",
+          "Double size",
+          "Tamaño doble",
+          "Taille double"},
+
+    // The main window's button that opens the welcome and about window.
+    {554, "Über Kelvora",
+          "About Kelvora",
+          "Acerca de Kelvora",
+          "À propos de Kelvora"},
+
+    // The mail window: a field too long to send, its busy state, the encrypted text's label,
+    // characters the server cannot take.
+    {555, "Der Text ist zu lang, um per E-Mail gesendet zu werden: Ein Feld darf höchstens "
+          "32.767 Zeichen enthalten.",
+          "The text is too long to be sent by mail: a field may hold at most 32,767 characters.",
+          "El texto es demasiado largo para enviarlo por correo: un campo admite como máximo "
+          "32.767 caracteres.",
+          "Le texte est trop long pour être envoyé par e-mail : un champ peut contenir au plus "
+          "32 767 caractères."},
+
+    {556, "Wird gesendet...",
+          "Sending...",
+          "Enviando...",
+          "Envoi en cours..."},
+
+    {557, "Verschlüsselter Text:",
+          "Encrypted text:",
+          "Texto cifrado:",
+          "Texte chiffré :"},
+
+    {558, "Dieses Zeichen kann nicht per E-Mail gesendet werden, weil der Server nur "
+          "westeuropäische Zeichen annimmt. Bitte entfernen Sie es: %s",
+          "This character cannot be sent by mail, because the server takes Western European "
+          "characters only. Please remove it: %s",
+          "Este carácter no se puede enviar por correo, porque el servidor solo admite "
+          "caracteres de Europa occidental. Elimínelo: %s",
+          "Ce caractère ne peut pas être envoyé par e-mail, car le serveur n'accepte que "
+          "les caractères d'Europe occidentale. Veuillez le supprimer : %s"},
+
+    // The welcome window: what the program does, its version ("%s" is "1.0"), and the three
+    // panels, each a heading, a paragraph, a call to action and its link.
+    {560, "Kelvora verschlüsselt Texte, Dateien und ganze Ordner mit einer Passphrase, mit "
+          "Rijndael und 256-Bit-Schlüsseln. Es braucht keine Installation und speichert keine "
+          "Einstellungen: Starten Sie es vom USB-Stick, verschlüsseln Sie, und senden Sie das "
+          "Ergebnis per E-Mail oder legen Sie es in Ihrer Online-Sicherung ab.",
+          "Kelvora encrypts texts, files and whole folders with a passphrase, using Rijndael "
+          "with 256-bit keys. It needs no installation and keeps no settings: start it from a "
+          "USB stick, encrypt, and send the result by mail or keep it in your online backup.",
+          "Kelvora cifra textos, archivos y carpetas enteras con una frase de contraseña, "
+          "mediante Rijndael con claves de 256 bits. No necesita instalación ni guarda ajustes: "
+          "arránquelo desde una memoria USB, cifre y envíe el resultado por correo o guárdelo en "
+          "su copia de seguridad en línea.",
+          "Kelvora chiffre des textes, des fichiers et des dossiers entiers avec une phrase "
+          "secrète, grâce à Rijndael et des clés de 256 bits. Il ne demande aucune installation "
+          "et ne garde aucun réglage : lancez-le depuis une clé USB, chiffrez, puis envoyez le "
+          "résultat par e-mail ou gardez-le dans votre sauvegarde en ligne."},
+
+    {561, "Version %s",
+          "Version %s",
+          "Versión %s",
+          "Version %s"},
+
+    {562, "Wie privat ist Ihr Browser?",
+          "How private is your browser?",
+          "¿Qué tan privado es su navegador?",
+          "Votre navigateur est-il discret ?"},
+
+    {563, "Jede Website, die Sie besuchen, erfährt mehr über Sie, als Sie vielleicht denken: "
+          "Ihre Adresse, Ihr System, Ihre Schriften, Ihre Gewohnheiten. Unser kostenloser "
+          "Datenschutztest zeigt Ihnen, was Ihr Browser verrät.",
+          "Every web site you visit learns more about you than you may think: your address, "
+          "your system, your fonts, your habits. Our free privacy test shows you what your "
+          "browser gives away.",
+          "Cada sitio web que visita sabe de usted más de lo que cree: su dirección, su sistema, "
+          "sus fuentes, sus costumbres. Nuestra prueba de privacidad gratuita le muestra lo que "
+          "revela su navegador.",
+          "Chaque site que vous visitez en apprend plus sur vous que vous ne le pensez : votre "
+          "adresse, votre système, vos polices, vos habitudes. Notre test de confidentialité "
+          "gratuit vous montre ce que votre navigateur dévoile."},
+
+    {564, "Machen Sie jetzt den Test, er dauert eine Minute:",
+          "Take the test now, it takes one minute:",
+          "Haga la prueba ahora, solo tarda un minuto:",
+          "Faites le test maintenant, il prend une minute :"},
+
+    {565, "Datenschutztest starten",
+          "Start the privacy test",
+          "Iniciar la prueba de privacidad",
+          "Lancer le test de confidentialité"},
+
+    {566, "Die Werkzeugsammlung der Macher dieses Programms hält Ihren Computer sauber und "
+          "Ihre Privatsphäre privat.",
+          "The toolbox from the makers of this program keeps your computer clean and your "
+          "privacy yours.",
+          "La caja de herramientas de los creadores de este programa mantiene su ordenador "
+          "limpio y su privacidad a salvo.",
+          "La boîte à outils des créateurs de ce programme garde votre ordinateur propre et "
+          "votre vie privée à l'abri."},
+
+    {567, "Testen Sie sie 30 Tage kostenlos:",
+          "Try it free for 30 days:",
+          "Pruébela gratis durante 30 días:",
+          "Essayez-la gratuitement pendant 30 jours :"},
+
+    {568, "Werkzeugsammlung herunterladen",
+          "Download the toolbox",
+          "Descargar la caja de herramientas",
+          "Télécharger la boîte à outils"},
+
+    {569, "Alle unsere Produkte",
+          "All our products",
+          "Todos nuestros productos",
+          "Tous nos produits"},
+
+    {570, "Surfen, ohne Spuren zu hinterlassen",
+          "Surf without leaving traces",
+          "Navegue sin dejar rastro",
+          "Naviguez sans laisser de traces"},
+
+    {571, "Der Anonymisierungsdienst unseres Partners verbirgt Ihre Adresse vor jeder besuchten "
+          "Website und verschlüsselt Ihre Verbindung in öffentlichen Netzen.",
+          "Our partner's anonymising service hides your address from every site you visit and "
+          "encrypts your connection in public networks.",
+          "El servicio de anonimato de nuestro socio oculta su dirección a cada sitio que visita "
+          "y cifra su conexión en redes públicas.",
+          "Le service d'anonymisation de notre partenaire cache votre adresse à chaque site "
+          "visité et chiffre votre connexion sur les réseaux publics."},
+
+    {572, "Nutzer dieses Programms testen ihn einen Monat kostenlos:",
+          "Users of this program try it free for a month:",
+          "Los usuarios de este programa lo prueban gratis durante un mes:",
+          "Les utilisateurs de ce programme l'essaient gratuitement pendant un mois :"},
+
+    {573, "Kostenlosen Test starten",
+          "Start the free trial",
+          "Empezar la prueba gratuita",
+          "Commencer l'essai gratuit"},
+
+    // The buttons of questions, beside 150 "Cancel" and 151 "OK".
+    {580, "Ja",
+          "Yes",
+          "Sí",
+          "Oui"},
+
+    {581, "Nein",
+          "No",
+          "No",
+          "Non"},
+
+    // The arrows of the shared-security panel.
+    {582, "Zum nächsten Schlüssel",
+          "Go to next key",
+          "Ir a la clave siguiente",
+          "Aller à la clé suivante"},
+
+    {583, "Zum vorherigen Schlüssel",
+          "Go to previous key",
+          "Ir a la clave anterior",
+          "Aller à la clé précédente"},
+
+    {584, "Die geteilten Schlüssel dienen dem Entschlüsseln. Verschlüsselt wird immer mit der "
+          "Passphrase allein.",
+          "The shared keys serve decryption. Encryption always uses the passphrase alone.",
+          "Las claves compartidas sirven para descifrar. El cifrado usa siempre solo la frase "
+          "de contraseña.",
+          "Les clés partagées servent au déchiffrement. Le chiffrement utilise toujours la "
+          "phrase secrète seule."},
+
+    // The ten key places: "%s" is the key's number.
+    {585, "Schlüssel %s: eingegeben",
+          "Key %s: entered",
+          "Clave %s: introducida",
+          "Clé %s : saisie"},
+
+    {586, "Schlüssel %s: leer",
+          "Key %s: empty",
+          "Clave %s: vacía",
+          "Clé %s : vide"},
+
+    {587, "Angezeigter Schlüssel",
+          "Key on show",
+          "Clave mostrada",
+          "Clé affichée"},
+
+    // "%s" names a character of the passphrase that the key cannot hold.
+    {588, "Die Passphrase enthält das Zeichen %s, das der Schlüssel nicht aufnehmen kann (es "
+          "würde zu \"?\"). Bitte wählen Sie eine Passphrase ohne dieses Zeichen.",
+          "The passphrase contains the character %s, which the key cannot hold (it would become "
+          "\"?\"). Please choose a passphrase without it.",
+          "La frase de contraseña contiene el carácter %s, que la clave no puede contener (se "
+          "convertiría en \"?\"). Elija una frase de contraseña sin él.",
+          "La phrase secrète contient le caractère %s, que la clé ne peut pas contenir (il "
+          "deviendrait « ? »). Choisissez une phrase secrète sans ce caractère."},
+
+    // Warning lines of the rating display.
+    {589, "Das Zeichen %s zählt im Schlüssel als \"?\".",
+          "The character %s counts as \"?\" in the key.",
+          "El carácter %s cuenta como \"?\" en la clave.",
+          "Le caractère %s compte comme « ? » dans la clé."},
+
+    {590, "Nur die ersten 32 Zeichen werden verwendet.",
+          "Only the first 32 characters are used.",
+          "Solo se usan los primeros 32 caracteres.",
+          "Seuls les 32 premiers caractères sont utilisés."},
+
+    // "%s" names the first character of the text that an encrypted text cannot hold, "%d" is
+    // its position in the text.
+    {591, "Der Text enthält an Stelle %d das Zeichen %s, das ein verschlüsselter Text nicht "
+          "aufnehmen kann. Soll der Text mit \"?\" anstelle jedes solchen Zeichens verschlüsselt "
+          "werden?",
+          "The text contains the character %s at position %d, which an encrypted text cannot "
+          "hold. Encrypt the text with \"?\" in place of every such character?",
+          "El texto contiene el carácter %s en la posición %d, que un texto cifrado no puede "
+          "contener. ¿Cifrar el texto con \"?\" en lugar de cada uno de esos caracteres?",
+          "Le texte contient le caractère %s à la position %d, qu'un texte chiffré ne peut pas "
+          "contenir. Chiffrer le texte avec « ? » à la place de chacun de ces caractères ?"},
+
+    {592, "Der entschlüsselte Text beginnt nicht mit der Kelvora-Zeile: Die Passphrase oder "
+          "ein Schlüssel ist wahrscheinlich falsch. Soll das Ergebnis trotzdem angezeigt werden? "
+          "Bei \"Nein\" bleibt der verschlüsselte Text stehen.",
+          "The decrypted text does not begin with the Kelvora line: the passphrase or a key is "
+          "probably wrong. Show the result anyway? If you answer \"No\", the encrypted text "
+          "stays as it is.",
+          "El texto descifrado no empieza con la línea de Kelvora: la frase de contraseña o una "
+          "clave probablemente es incorrecta. ¿Mostrar el resultado de todos modos? Si responde "
+          "\"No\", el texto cifrado se queda como está.",
+          "Le texte déchiffré ne commence pas par la ligne Kelvora : la phrase secrète ou une "
+          "clé est probablement fausse. Afficher quand même le résultat ? Si vous répondez "
+          "« Non », le texte chiffré reste tel quel."},
 
     // Several encrypted texts in the text box (a pasted mail thread); "%s" is their number.
     {630, "Der Text enthält %s verschlüsselte Texte. Entschlüsselt wird der, in dem die "

@@ -20,7 +20,10 @@ public:
     bool IsWorking() const override { return m_working; }
     WorkingPanel& Working() override { return panel; }
 
-    WorkingPanel panel;
+    testing::RecordingMessageService messages;
+    testing::FixedRandom random;
+    WindowContext context{messages, random, kEnglish};
+    WorkingPanel panel{context};
     QString changes;
 
 private:

@@ -9,7 +9,9 @@ namespace kelvora::testing {
 
 // RecordingMessageService stands in for every dialog of a window under test: it records
 // which catalogue ids were shown (with text and title) and which addresses were opened,
-// and answers questions from a script (OK or Yes when the script is empty).
+// and answers questions from a script (OK or Yes when the script is empty). File and folder
+// dialogs are recorded in the same list as kFileDialog (text: the filter or the suggested
+// name) and answered from their own scripts (cancelled when those are empty).
 class RecordingMessageService final : public MessageService {
 public:
     struct Shown {
@@ -18,9 +20,14 @@ public:
         QString title;
     };
 
+    static constexpr int kFileDialog = 0;
+
     QList<Shown> shown;
     QStringList openedUrls;
     QList<Answer> answers;
+    QList<QStringList> openAnswers;
+    QStringList saveAnswers;
+    QStringList folderAnswers;
 
     QList<int> ShownIds() const {
         QList<int> ids;
@@ -41,9 +48,18 @@ public:
         shown.append({id, text, title});
         return answers.isEmpty() ? Answer::Yes : answers.takeFirst();
     }
-    QStringList OpenFileNames(const QString&, const QString&, bool) override { return {}; }
-    QString SaveFileName(const QString&, const QString&, const QString&) override { return {}; }
-    QString ExistingFolder(const QString&) override { return {}; }
+    QStringList OpenFileNames(const QString& title, const QString& filter, bool) override {
+        shown.append({kFileDialog, filter, title});
+        return openAnswers.isEmpty() ? QStringList() : openAnswers.takeFirst();
+    }
+    QString SaveFileName(const QString& title, const QString&, const QString& suggested) override {
+        shown.append({kFileDialog, suggested, title});
+        return saveAnswers.isEmpty() ? QString() : saveAnswers.takeFirst();
+    }
+    QString ExistingFolder(const QString& title) override {
+        shown.append({kFileDialog, QString(), title});
+        return folderAnswers.isEmpty() ? QString() : folderAnswers.takeFirst();
+    }
     void OpenUrl(const QString& url) override { openedUrls.append(url); }
 };
 

@@ -56,6 +56,15 @@ TEST_P(LanguageTable, MapsLocaleToIdAndIdToOffset) {
 INSTANTIATE_TEST_SUITE_P(Table, LanguageTable, ::testing::ValuesIn(kLanguages),
                          [](const auto& info) { return info.param.name; });
 
+TEST(LanguageTable, LocaleNamesSplitIntoLanguageAndTerritory) {
+    EXPECT_EQ(WindowsLanguageIdOfLocale("de_DE"), 0x0407);
+    EXPECT_EQ(WindowsLanguageIdOfLocale("de_CH.UTF-8"), 0x0807);
+    EXPECT_EQ(WindowsLanguageIdOfLocale("es_ES@euro"), 0x0C0A);
+    EXPECT_EQ(WindowsLanguageIdOfLocale("fr"), 0x040C);
+    EXPECT_EQ(WindowsLanguageIdOfLocale("C"), 0);
+    EXPECT_EQ(WindowsLanguageIdOfLocale(""), 0);
+}
+
 struct CommandCase {
     const char* name;
     const char* commandLine;
@@ -63,6 +72,8 @@ struct CommandCase {
     const char* encryptArguments = "";
     const char* decryptFile = "";
     const char* decryptOutPath = "";
+    std::vector<std::string> encryptFiles = {};
+    const char* encryptOutput = "";
 };
 
 const CommandCase kCommands[] = {
@@ -71,8 +82,14 @@ const CommandCase kCommands[] = {
     {"EncryptPageByPrefix", "/fileeXYZ", StartRequest::OpenEncryptPage},
     {"DecryptPageUpperCase", "/FILED", StartRequest::OpenDecryptPage},
     {"TooShortForFilee", "/file", StartRequest::Nothing},
-    {"EncryptFiles", "/SetEncrFiles /home/A.txt /outputfile /home/Out.vexo",
-     StartRequest::SetEncryptFiles, "/home/A.txt /outputfile /home/Out.vexo"},
+    {"EncryptFiles",
+     "/SetEncrFiles /home/A.txt \"/a b/c\" /OUTPUTFILE /home/Out.vexo",
+     StartRequest::SetEncryptFiles,
+     "/home/A.txt \"/a b/c\" /OUTPUTFILE /home/Out.vexo",
+     "",
+     "",
+     {"/home/A.txt", "/a b/c"},
+     "/home/Out.vexo"},
     {"EncryptFilesWithNothingBehind", "/setencrfiles ", StartRequest::Nothing},
     {"EncryptFilesWithoutBlank", "/setencrfiles", StartRequest::Nothing},
     {"DecryptFileKeepsCase", "/SETDECRFILE /Home/Box/B.vexo", StartRequest::SetDecryptFile, "",
@@ -91,11 +108,74 @@ class CommandLineDispatch : public ::testing::TestWithParam<CommandCase> {};
 
 TEST_P(CommandLineDispatch, ParsesTheWholeArgumentString) {
     const CommandCase& c = GetParam();
-    EXPECT_EQ(ParseCommandLine(c.commandLine),
-              (StartCommand{c.request, c.encryptArguments, c.decryptFile, c.decryptOutPath}));
+    const StartCommand expected{c.request,        c.encryptArguments, c.decryptFile,
+                                c.decryptOutPath, c.encryptFiles,     c.encryptOutput};
+    EXPECT_EQ(ParseCommandLine(c.commandLine), expected);
+    // The same text handed over as one argument reads the same.
+    EXPECT_EQ(ParseArguments({c.commandLine}), expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, CommandLineDispatch, ::testing::ValuesIn(kCommands),
+                         [](const auto& info) { return info.param.name; });
+
+struct ArgumentsCase {
+    const char* name;
+    std::vector<std::string> words;
+    StartRequest request;
+    std::vector<std::string> encryptFiles = {};
+    const char* encryptOutput = "";
+    const char* decryptFile = "";
+    const char* decryptOutPath = "";
+};
+
+const ArgumentsCase kArgumentVectors[] = {
+    {"None", {}, StartRequest::Nothing},
+    {"DecryptFileWithBlanks",
+     {"/setDecrFile", "/a b/c.vexo"},
+     StartRequest::SetDecryptFile,
+     {},
+     "",
+     "/a b/c.vexo",
+     "/a b/"},
+    {"DecryptFileSplitByBlanks",
+     {"/SETDECRFILE", "/a", "b/c.vexo"},
+     StartRequest::SetDecryptFile,
+     {},
+     "",
+     "/a b/c.vexo",
+     "/a b/"},
+    {"EncryptFilesWithBlanks",
+     {"/setEncrFiles", "/a b/c.txt", "d.txt", "/OutputFile", "/x y/out.vexo"},
+     StartRequest::SetEncryptFiles,
+     {"/a b/c.txt", "d.txt"},
+     "/x y/out.vexo"},
+    {"EncryptFilesOutputSplitByBlanks",
+     {"/SETENCRFILES", "a", "/outputfile", "/x", "y.vexo"},
+     StartRequest::SetEncryptFiles,
+     {"a"},
+     "/x y.vexo"},
+    {"EncryptFilesWithoutOutput",
+     {"/setencrfiles", "a b", "c"},
+     StartRequest::SetEncryptFiles,
+     {"a b", "c"}},
+    {"SwitchWithSuffixIsNoSwitch", {"/setencrfilesX", "a"}, StartRequest::Nothing},
+    {"PageSwitchWithMoreWords", {"/FileE", "ignored"}, StartRequest::OpenEncryptPage},
+    {"PathsOnly", {"/home/a.txt", "/home/b.txt"}, StartRequest::Nothing},
+};
+
+class ArgumentVector : public ::testing::TestWithParam<ArgumentsCase> {};
+
+TEST_P(ArgumentVector, KeepsEveryWordWhole) {
+    const ArgumentsCase& c = GetParam();
+    const StartCommand command = ParseArguments(c.words);
+    EXPECT_EQ(command.request, c.request);
+    EXPECT_EQ(command.encryptFiles, c.encryptFiles);
+    EXPECT_EQ(command.encryptOutput, c.encryptOutput);
+    EXPECT_EQ(command.decryptFile, c.decryptFile);
+    EXPECT_EQ(command.decryptOutPath, c.decryptOutPath);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, ArgumentVector, ::testing::ValuesIn(kArgumentVectors),
                          [](const auto& info) { return info.param.name; });
 
 TEST(CommandLineDispatch, JoinsWordsWithSingleBlanks) {

@@ -83,7 +83,7 @@ struct Harness {
         return u"%1%2 "_s.arg(Find<LightTab>("TabStr")->ActiveTab())
                    .arg(Find<LightTab>("TabFileCrypt")->ActiveTab()) +
                Names({"Frame_0", "Command1", "Command2", "cmdMail", "LblLink", "Frame_1",
-                      "LstCryptFiles", "TxtDecrFile"},
+                      "LstCryptFiles", "Command4", "TxtDecrFile", "Command5"},
                      [](QWidget* w) { return w->isVisible(); });
     }
     // State is what the busy state changes: the flag, the panels shown, the areas enabled.

@@ -79,6 +79,21 @@ TEST(InputList, RemoveForgetsTheEntrySoItCanComeBack) {
     EXPECT_EQ(list.Entries().size(), 2u);
 }
 
+TEST(InputList, RemoveEntriesTakesOutASelectionInOnePassAndKeepsTheOrder) {
+    InputList list;
+    for (const char* path : {"/n/a", "/n/b", "/n/c", "/n/d", "/n/e"}) {
+        list.AddListFile(path, "/");
+    }
+    list.RemoveEntries({3, 1, 9, 3}); // the first entry stays where it is
+    std::vector<std::string> left;
+    for (const InputEntry& entry : list.Entries()) {
+        left.push_back(entry.path);
+    }
+    EXPECT_EQ(left, (std::vector<std::string>{"/n/a", "/n/c", "/n/e"}));
+    EXPECT_FALSE(list.AddListPath("/n/d")); // forgotten, so it can come back
+    EXPECT_TRUE(list.AddListPath("/n/a"));  // still listed
+}
+
 TEST(InputList, BaseOfTheChosenFolderIsItsParent) {
     EXPECT_EQ(BaseOfChosenFolder("/home/u/docs/"), "/home/u");
     EXPECT_EQ(BaseOfChosenFolder("/docs"), "");

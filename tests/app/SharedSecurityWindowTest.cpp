@@ -1,0 +1,219 @@
+#include "app/PassphraseArea.h"
+#include "app/SharedSecurityPanel.h"
+#include "app/WindowHarness.h"
+#include "common/TempFolder.h"
+#include "crypto/CRijndael.h"
+#include "crypto/KeyRules.h"
+
+#include <QScrollBar>
+
+namespace kelvora {
+
+using namespace Qt::StringLiterals;
+using testing::BannerOf;
+using testing::Catalogue;
+using testing::Harness;
+
+namespace {
+
+const QString kGreek = u"αβγ"_s;
+
+// EnterKeys selects shared security on the files page and enters the keys through the
+// scroll bar, key 1 first.
+void EnterKeys(Harness& h, const QStringList& keys) {
+    h.Find<LightTab>("TabStr")->SetActiveTab(FCrypt::kFilesTab);
+    h.Click("optMults_1");
+    auto* count = h.Find<QLineEdit>("txtKeyNum");
+    count->setText(QString::number(keys.size()));
+    for (int i = 0; i < keys.size(); ++i) {
+        h.Find<QScrollBar>("KeyScroll")->setValue(i + 1);
+        h.Find<QLineEdit>("TxtCode")->setText(keys[i]);
+    }
+}
+
+// RunCliWithKeys runs kelvora-cli with one --key-file per key, key 1 first.
+QString RunCliWithKeys(QStringList args, const QStringList& keys, const QString& input) {
+    const kelvora::testing::TempFolder folder;
+    for (int i = 0; i < keys.size(); ++i) {
+        const auto file = folder.Write("key" + std::to_string(i), keys[i].toStdString() + "\n");
+        args << u"--key-file"_s << QString::fromStdString(file.string());
+    }
+    return testing::RunCli(args, input, QString());
+}
+
+// ShowSpy notes whether the widget it watches was shown.
+struct ShowSpy : QObject {
+    bool shown = false;
+    bool eventFilter(QObject*, QEvent* event) override {
+        shown = shown || event->type() == QEvent::Show;
+        return false;
+    }
+};
+
+QString Warnings(Harness& h) {
+    auto* label = h.Find<QLabel>("LblPwdWarning");
+    return label->isHidden() ? QString() : label->text();
+}
+
+} // namespace
+
+class SharedSecurityWindowTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void TextPageHidesTheModeButtonsAndThePanel() {
+        Harness h;
+        h.Find<LightTab>("TabStr")->SetActiveTab(FCrypt::kFilesTab);
+        h.Click("optMults_1");
+        const auto shown = [&h] {
+            return h.Names({"optMults_0", "optMults_1", "pctSharedSecurity"},
+                           [](QWidget* w) { return w->isVisible(); });
+        };
+        QCOMPARE(shown(), u"optMults_0 optMults_1 pctSharedSecurity"_s);
+        QCOMPARE(h.ClippedControls(), QString());
+        h.Find<LightTab>("TabStr")->SetActiveTab(FCrypt::kTextTab);
+        QCOMPARE(shown(), QString());
+        QVERIFY(h.window.Passphrase().SharedSecurity().IsShared());
+        h.Find<LightTab>("TabStr")->SetActiveTab(FCrypt::kFilesTab);
+        QCOMPARE(shown(), u"optMults_0 optMults_1 pctSharedSecurity"_s);
+    }
+
+    void NoPanelTextIsClippedInAnyLanguage() {
+        for (const int language : {kGerman, kEnglish, kSpanish, kFrench}) {
+            Harness h(language);
+            EnterKeys(h, {u"a"_s, u"b"_s});
+            QCOMPARE(h.ClippedControls(), QString());
+            QCOMPARE(h.Find<QLabel>("LblSharedHint")->text(), Catalogue(language, 584));
+            QCOMPARE(h.Find<QAbstractButton>("optMults_1")->text(), Catalogue(language, 391));
+        }
+    }
+
+    void CliTextUnderThreeKeysOpensInSharedMode() {
+        const QStringList keys{u"Schlüssel eins"_s, u"b"_s, u"c"_s};
+        const QString encrypted = RunCliWithKeys({u"encrypt-text"_s}, keys, u"geteilt"_s);
+        QVERIFY2(!encrypted.startsWith(u"failed"_s), qPrintable(encrypted));
+        Harness h;
+        EnterKeys(h, keys);
+        h.Find<LightTab>("TabStr")->SetActiveTab(FCrypt::kTextTab);
+        h.Find<QPlainTextEdit>("txtResults")->setPlainText(encrypted);
+        h.Click("Command2");
+        QCOMPARE(h.Results(), BannerOf(kEnglish) + u"\ngeteilt"_s);
+        QCOMPARE(h.Passphrase(), QString());
+        QVERIFY(h.messages.shown.isEmpty());
+        for (int slot = 0; slot < kSharedKeySlots; ++slot) {
+            QCOMPARE(h.window.Passphrase().SharedSecurity().State().Slot(slot), std::string());
+        }
+    }
+
+    void WindowKeysOpenWhatTheCliMadeAndTheReverse() {
+        // The key the window builds from its three keys serves a text that the CLI must open
+        // with the same three key files.
+        const QStringList keys{u"erster"_s, u"zweiter"_s, u"dritter"_s};
+        Harness h;
+        EnterKeys(h, keys);
+        std::optional<SecretBytes> key = h.window.Passphrase().DecryptionKey(114);
+        QVERIFY(key.has_value());
+        CRijndael cipher;
+        const TextResult made =
+            EncryptText(cipher, key->bytes(), WithBanner(kEnglish, "from the window"), h.random);
+        QCOMPARE(RunCliWithKeys({u"decrypt-text"_s, u"--no-banner"_s}, keys,
+                                QString::fromStdString(made.text)),
+                 u"from the window"_s);
+        QCOMPARE(RunCliWithKeys({u"decrypt-text"_s}, {keys[2], keys[1], keys[0]},
+                                QString::fromStdString(made.text)),
+                 u"failed with status 1"_s);
+    }
+
+    void AnEmptyKeyStopsBeforeTheBusyState() {
+        Harness h;
+        EnterKeys(h, {u"a"_s, QString(), u"c"_s});
+        h.Find<LightTab>("TabStr")->SetActiveTab(FCrypt::kTextTab);
+        h.Find<QPlainTextEdit>("txtResults")->setPlainText(u"AAAA"_s);
+        ShowSpy busy;
+        h.Find("FrameW")->installEventFilter(&busy);
+        h.Click("Command2");
+        QVERIFY(!busy.shown);
+        QCOMPARE(h.messages.ShownIds(), QList<int>{386});
+        QCOMPARE(h.messages.shown[0].text, Catalogue(kEnglish, 386).replace(u"%s"_s, u"2"_s));
+        QCOMPARE(h.Results(), u"AAAA"_s);
+    }
+
+    void PassphraseTheKeyCannotHoldIsRefusedForEncryption() {
+        Harness h;
+        h.Fill(u"plain"_s, kGreek);
+        h.Click("Command1");
+        QCOMPARE(h.messages.ShownIds(), QList<int>{588});
+        QVERIFY(h.messages.shown[0].text.contains(u"'α' (U+03B1)"_s));
+        QCOMPARE(h.Results(), u"plain"_s);
+        QCOMPARE(h.Passphrase(), kGreek);
+
+        // A text made elsewhere, where "αβγ" became "???", still opens.
+        CRijndael cipher;
+        const TextResult made = EncryptText(cipher, MakePassphraseKey("???").bytes(),
+                                            WithBanner(kEnglish, "elsewhere"), h.random);
+        h.Fill(QString::fromStdString(made.text), kGreek);
+        h.Click("Command2");
+        QCOMPARE(h.Results(), BannerOf(kEnglish) + u"\nelsewhere"_s);
+    }
+
+    void RatingWarnsOfWhatTheKeyWillNotTake() {
+        Harness h(kGerman);
+        h.Fill({}, u"short"_s);
+        QCOMPARE(Warnings(h), QString());
+        h.Fill({}, u"ab"_s + kGreek);
+        QCOMPARE(Warnings(h), Catalogue(kGerman, 589).replace(u"%s"_s, u"'α' (U+03B1)"_s));
+        h.Fill({}, QString(32, u'x') + u"ä"_s);
+        QCOMPARE(Warnings(h), Catalogue(kGerman, 590));
+        h.Fill({}, QString(32, u'ä'));
+        QCOMPARE(Warnings(h), QString());
+        h.Fill({}, QString(33, u'x') + kGreek);
+        h.window.SetLanguage(kFrench);
+        QCOMPARE(Warnings(h), Catalogue(kFrench, 589).replace(u"%s"_s, u"'α' (U+03B1)"_s) +
+                                  u"\n"_s + Catalogue(kFrench, 590));
+    }
+
+    void TextWithUnsupportedCharactersIsEncryptedOnlyAfterYes() {
+        Harness h;
+        const QString text = u"line\nsmile 🙂 and \u0000"_s;
+        h.messages.answers = {MessageService::Answer::No};
+        h.Fill(text, u"secret"_s);
+        h.Click("Command1");
+        QCOMPARE(h.messages.ShownIds(), QList<int>{591});
+        QCOMPARE(h.messages.shown[0].text, Catalogue(kEnglish, 591)
+                                               .replace(u"%s"_s, u"'🙂' (U+1F642)"_s)
+                                               .replace(u"%d"_s, u"12"_s));
+        QCOMPARE(h.Results(), text);
+        QCOMPARE(h.Passphrase(), u"secret"_s);
+
+        h.messages.shown.clear();
+        h.Click("Command1"); // Yes to the question, OK to the reminder
+        QCOMPARE(h.messages.ShownIds(), (QList<int>{591, 190}));
+        h.Fill(h.Results(), u"secret"_s);
+        h.Click("Command2");
+        QCOMPARE(h.Results(), BannerOf(kEnglish) + u"\nline\nsmile ? and ?"_s);
+    }
+
+    void WrongPassphraseLeavesTheEncryptedTextUnlessAskedToShow() {
+        Harness h;
+        h.Fill(u"kept"_s, u"right"_s);
+        h.Click("Command1");
+        const QString encrypted = h.Results();
+        h.messages.shown.clear();
+        h.messages.answers = {MessageService::Answer::No};
+        h.Fill(encrypted, u"wrong"_s);
+        h.Click("Command2");
+        QCOMPARE(h.messages.ShownIds(), QList<int>{592});
+        QCOMPARE(h.Results(), encrypted);
+        QCOMPARE(h.Passphrase(), QString());
+
+        h.Fill(encrypted, u"wrong"_s);
+        h.Click("Command2"); // Yes: shown as it came out
+        QVERIFY(h.Results() != encrypted);
+        QVERIFY(!h.Results().startsWith(BannerOf(kEnglish)));
+    }
+};
+
+} // namespace kelvora
+
+QTEST_MAIN(kelvora::SharedSecurityWindowTest)
+#include "SharedSecurityWindowTest.moc"
