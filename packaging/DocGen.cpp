@@ -17,9 +17,6 @@ using kelvora::cli::AllCommands;
 using kelvora::cli::Command;
 using kelvora::cli::OptionSpec;
 
-// Every command also takes --help; the table leaves it out because the dispatcher adds it.
-constexpr OptionSpec kHelpOption{"help", 'h', false};
-
 // ScdocText escapes the characters scdoc reads as emphasis in running text.
 std::string ScdocText(std::string_view text) {
     std::string escaped;
@@ -77,10 +74,11 @@ std::string CommandNames() {
 void WriteOptionCases(std::ostream& out) {
     for (const Command* command : AllCommands()) {
         out << "        " << command->name << ") echo '";
-        for (const OptionSpec& option : command->options) {
+        // The options the dispatcher adds to every command (--help, --quiet, --verbose) too.
+        for (const OptionSpec& option : OptionsOf(*command)) {
             out << Spellings(option) << ' ';
         }
-        out << Spellings(kHelpOption) << "' ;;\n";
+        out << "' ;;\n";
     }
 }
 

@@ -11,6 +11,7 @@
 #include "crypto/CRijndael.h"
 #include "i18n/Catalogue.h"
 #include "mail/frmEmail.h"
+#include "text/ArmourFinder.h"
 #include "text/EncryptedText.h"
 
 #include <QHBoxLayout>
@@ -26,6 +27,7 @@ constexpr int kMissingInputMessageId = 114;
 constexpr int kReminderMessageId = 190;
 constexpr int kUnsupportedInTextQuestionId = 591; // "%s" the character, "%d" its position
 constexpr int kNoBannerQuestionId = 592;
+constexpr int kSeveralArmoursMessageId = 630;
 
 } // namespace
 
@@ -105,6 +107,28 @@ std::optional<std::string> TextPage::AnsiTextToEncrypt() {
     return ToCrLf(AnsiTextFromUtf8(typed.str()));
 }
 
+// ArmourToDecrypt takes the encrypted text out of the box, which may hold a whole pasted
+// mail: the only one found, or of several the one the cursor stands in (else the first),
+// after saying so. A box in which nothing looks like an encrypted text is taken whole.
+std::string TextPage::ArmourToDecrypt() {
+    std::string text = AnsiResults();
+    const std::vector<ArmourBlock> blocks = FindArmourBlocks(text);
+    if (blocks.empty()) {
+        return text;
+    }
+    std::size_t chosen = 0;
+    if (blocks.size() > 1) {
+        const auto line = static_cast<std::size_t>(m_txtResults->textCursor().blockNumber()) + 1;
+        for (std::size_t i = 0; i < blocks.size(); ++i) {
+            if (blocks[i].firstLine <= line && line <= blocks[i].lastLine) {
+                chosen = i;
+            }
+        }
+        m_context.ShowMessage(kSeveralArmoursMessageId, QString::number(blocks.size()));
+    }
+    return blocks[chosen].base64;
+}
+
 void TextPage::ShowResults(std::string_view ansiText) {
     m_txtResults->setPlainText(QString::fromStdString(FromCrLf(Utf8FromAnsi(ansiText))));
 }
@@ -145,6 +169,7 @@ void TextPage::OnCommand2Click() {
     if (!TextInputsGiven()) {
         return;
     }
+    const std::string armour = ArmourToDecrypt();
     // In shared mode this combines the keys, or names the one missing, before the busy state.
     std::optional<SecretBytes> key = m_passphrase.DecryptionKey(kMissingInputMessageId);
     if (!key) {
@@ -155,7 +180,7 @@ void TextPage::OnCommand2Click() {
         JobScope job(m_host);
         CRijndael cipher(&job.Observer());
         job.LinkCancel(cipher.Cancel);
-        result = DecryptText(cipher, key->bytes(), AnsiResults());
+        result = DecryptText(cipher, key->bytes(), armour);
     }
     key.reset();
     m_passphrase.Clear();

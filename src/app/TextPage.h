@@ -46,6 +46,7 @@ private:
     // TextInputsGiven shows message 114 unless both the passphrase and the text are there.
     bool TextInputsGiven();
     std::string AnsiResults() const;
+    std::string ArmourToDecrypt();
     // AnsiTextToEncrypt is the text of the box in Windows-1252. When it holds a character the
     // code page lacks, or a NUL, the person is asked first whether "?" may stand in for them;
     // No gives nothing.

@@ -33,7 +33,14 @@ struct CliContext {
     PassphrasePrompt* prompt = nullptr;
     // showProgress is true when progress lines may be drawn on err (a terminal).
     bool showProgress = false;
+    // quiet (--quiet) keeps notes and progress off err; verbose (--verbose) adds a line for
+    // every step a command takes. Errors are always written.
+    bool quiet = false;
+    bool verbose = false;
 };
+
+// Note writes "kelvora-cli: <message>" on err unless the command runs quietly.
+void Note(CliContext& context, std::string_view message);
 
 // Fail writes the one error line "kelvora-cli: <message>" and returns status.
 int Fail(CliContext& context, int status, std::string_view message);

@@ -16,6 +16,14 @@ namespace kelvora::cli {
 namespace {
 
 constexpr OptionSpec kHelpOption{"help", 'h', false};
+constexpr OptionSpec kQuietFlag{"quiet", 'q', false};
+constexpr OptionSpec kVerboseFlag{"verbose", 'v', false};
+
+constexpr std::string_view kCommonOptionsHelp =
+    "\nEvery command also takes:\n"
+    "  -q, --quiet                 no notes and no progress, only errors\n"
+    "  -v, --verbose               say what is done, step by step, on standard error\n"
+    "  -h, --help                  show this help\n";
 
 constexpr std::array kCommands = {
     &EncryptTextCommand, &DecryptTextCommand, &EncryptFilesCommand, &DecryptFilesCommand,
@@ -29,7 +37,8 @@ void PrintOverview(std::ostream& stream) {
         stream << "  " << command->name << std::string(16 - command->name.size(), ' ')
                << command->summary << '\n';
     }
-    stream << "\nRun 'kelvora-cli COMMAND --help' for a command's options.\n"
+    stream << "\nRun 'kelvora-cli help COMMAND' (or 'COMMAND --help') for a command's options.\n"
+              "'-' names standard input or output wherever a file is named.\n"
               "Exit status: 0 success, 1 the job failed, 2 usage error.\n";
 }
 
@@ -46,19 +55,61 @@ const Command* FindCommand(std::string_view name) {
     return it == kCommands.end() ? nullptr : *it;
 }
 
-int RunCommand(CliContext& context, const Command& command, std::span<const std::string> args) {
+void PrintUsage(std::ostream& stream, const Command& command) {
+    stream << command.usage << kCommonOptionsHelp;
+}
+
+} // namespace
+
+std::vector<OptionSpec> OptionsOf(const Command& command) {
     std::vector<OptionSpec> specs(command.options.begin(), command.options.end());
-    specs.push_back(kHelpOption);
-    const ArgParseResult parsed = ParseArgs(args, specs);
+    for (const OptionSpec& common : {kHelpOption, kQuietFlag, kVerboseFlag}) {
+        if (std::none_of(specs.begin(), specs.end(), [&](const OptionSpec& option) {
+                return option.longName == common.longName;
+            })) {
+            specs.push_back(common);
+        }
+    }
+    return specs;
+}
+
+namespace {
+
+int RunCommand(CliContext& context, const Command& command, std::span<const std::string> args) {
+    const ArgParseResult parsed = ParseArgs(args, OptionsOf(command));
     if (!parsed.ok()) {
         return Fail(context, kExitUsage,
                     parsed.error + " (see 'kelvora-cli " + std::string(command.name) + " --help')");
     }
     if (parsed.args.Has(kHelpOption.longName)) {
-        context.out << command.usage;
+        PrintUsage(context.out, command);
         return kExitSuccess;
     }
+    context.quiet = parsed.args.Has(kQuietFlag.longName);
+    context.verbose = parsed.args.Has(kVerboseFlag.longName);
+    if (context.quiet && context.verbose) {
+        return Fail(context, kExitUsage, "--quiet and --verbose exclude each other");
+    }
+    context.showProgress = context.showProgress && !context.quiet;
     return command.run(context, parsed.args);
+}
+
+// Help answers "kelvora-cli help [COMMAND]" as "COMMAND --help" would.
+int Help(CliContext& context, std::span<const std::string> topics) {
+    if (topics.empty()) {
+        PrintOverview(context.out);
+        return kExitSuccess;
+    }
+    if (topics.size() > 1) {
+        return Fail(context, kExitUsage, "help takes one command");
+    }
+    const Command* command = FindCommand(topics[0]);
+    if (command == nullptr) {
+        return Fail(context, kExitUsage,
+                    "unknown command '" + topics[0] + "' (see 'kelvora-cli --help')");
+    }
+    PrintUsage(context.out, *command);
+    return kExitSuccess;
 }
 
 } // namespace
@@ -72,7 +123,7 @@ int RunCli(CliContext& context, std::span<const std::string> args) {
         PrintOverview(context.err);
         return kExitUsage;
     }
-    if (args[0] == "--help" || args[0] == "-h" || args[0] == "help") {
+    if (args[0] == "--help" || args[0] == "-h") {
         PrintOverview(context.out);
         return kExitSuccess;
     }
@@ -80,12 +131,21 @@ int RunCli(CliContext& context, std::span<const std::string> args) {
         PrintVersion(context.out);
         return kExitSuccess;
     }
+    if (args[0] == "help") {
+        return Help(context, args.subspan(1));
+    }
     const Command* command = FindCommand(args[0]);
     if (command == nullptr) {
         return Fail(context, kExitUsage,
                     "unknown command '" + args[0] + "' (see 'kelvora-cli --help')");
     }
     return RunCommand(context, *command, args.subspan(1));
+}
+
+void Note(CliContext& context, std::string_view message) {
+    if (!context.quiet) {
+        context.err << "kelvora-cli: " << message << '\n';
+    }
 }
 
 int Fail(CliContext& context, int status, std::string_view message) {

@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kelvora::cli {
 
@@ -22,6 +23,10 @@ struct Command {
 // Options that mean the same in every command that takes them.
 inline constexpr OptionSpec kOutputOption{"output", 'o', true};
 inline constexpr OptionSpec kForceOption{"force", '\0', false};
+
+// OptionsOf is every option a command takes: its own, then --help, --quiet and --verbose,
+// which the dispatcher adds to every command.
+[[nodiscard]] std::vector<OptionSpec> OptionsOf(const Command& command);
 
 // AllCommands lists the subcommands in the order the overview shows them.
 std::span<const Command* const> AllCommands();

@@ -1,13 +1,19 @@
 #include "cli/FileCommands.h"
 
+#include "cli/EachEncrypt.h"
 #include "cli/FileErrorText.h"
 #include "cli/FileProgress.h"
+#include "cli/JsonReport.h"
 #include "cli/PassphraseSource.h"
+#include "cli/StandardInputEncrypt.h"
+#include "cli/StreamAdapters.h"
+#include "cli/StreamCommands.h"
 #include "common/Random.h"
 #include "files/DecryptJob.h"
 #include "files/EncryptJob.h"
 #include "files/FileIo.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <optional>
@@ -22,18 +28,30 @@ constexpr OptionSpec kFolderOption{"directory", 'C', true};
 constexpr OptionSpec kOverwriteOption{"overwrite", '\0', false};
 constexpr OptionSpec kSkipExistingOption{"skip-existing", '\0', false};
 constexpr OptionSpec kRenameOption{"rename", '\0', false};
-constexpr OptionSpec kQuietOption{"quiet", 'q', false};
+constexpr OptionSpec kJsonOption{"json", '\0', false};
+constexpr OptionSpec kKeepGoingOption{"keep-going", 'k', false};
+constexpr OptionSpec kPartialOption{"partial", '\0', false};
 
-constexpr std::array kEncryptOptions = {kOutputOption, kForceOption, kQuietOption,
-                                        kPassphraseFileOption, kKeyFileOption};
-constexpr std::array kDecryptOptions = {kFolderOption, kOverwriteOption, kSkipExistingOption,
-                                        kRenameOption, kQuietOption,     kPassphraseFileOption,
+constexpr std::array kEncryptOptions = {kOutputOption, kForceOption,  kNameOption,
+                                        kEachOption,   kFolderOption, kPassphraseFileOption,
                                         kKeyFileOption};
-constexpr std::array kReadOptions = {kQuietOption, kPassphraseFileOption, kKeyFileOption};
+constexpr std::array kDecryptOptions = {
+    kFolderOption,    kOutputOption,  kOverwriteOption,      kSkipExistingOption, kRenameOption,
+    kKeepGoingOption, kPartialOption, kPassphraseFileOption, kKeyFileOption};
+constexpr std::array kReadOptions = {kJsonOption, kPassphraseFileOption, kKeyFileOption};
 
 int JobFailed(CliContext& context, CliFileObserver& observer, const FileJobResult& result) {
     observer.ClearProgress();
     return Fail(context, kExitFailure, FileErrorMessage(result));
+}
+
+// JsonFailed reports a failed job as JobFailed does and, for --json, also on standard output.
+int JsonFailed(CliContext& context, CliFileObserver& observer, const FileJobResult& result,
+               bool json) {
+    if (json) {
+        context.out << FailureJson(result);
+    }
+    return JobFailed(context, observer, result);
 }
 
 // ListedPath gives a folder operand as an absolute, normal path, so that its stored names
@@ -54,19 +72,21 @@ int EncryptFilesRun(CliContext& context, const ParsedArgs& args) {
     if (args.operands.empty()) {
         return Fail(context, kExitUsage, "no files to encrypt (see 'kelvora-cli encrypt --help')");
     }
+    if (std::find(args.operands.begin(), args.operands.end(), "-") != args.operands.end()) {
+        return EncryptStandardInput(context, args);
+    }
+    if (args.Has(kNameOption.longName)) {
+        return Fail(context, kExitUsage, "--name names standard input ('-'), which is not given");
+    }
     InputList list;
     for (const std::string& operand : args.operands) {
         if (!PathExists(operand)) {
             return Fail(context, kExitFailure,
                         "cannot read " + operand + ": no such file or folder");
         }
-        if (list.AddListPath(ListedPath(operand)) && !args.Has(kQuietOption.longName)) {
-            context.err << "kelvora-cli: files listed twice are encrypted once\n";
+        if (list.AddListPath(ListedPath(operand))) {
+            Note(context, "files listed twice are encrypted once");
         }
-    }
-    const std::string output = args.Value(kOutputOption.longName).value_or(list.OutputName());
-    if (output.empty()) {
-        return Fail(context, kExitUsage, "name the container with -o FILE");
     }
     if (list.Empty()) {
         for (const OmittedEntry& passed : list.PassedOver()) {
@@ -74,29 +94,56 @@ int EncryptFilesRun(CliContext& context, const ParsedArgs& args) {
         }
         return Fail(context, kExitFailure, "the folders hold no files to encrypt");
     }
+    if (args.Has(kEachOption.longName)) {
+        if (args.Has(kOutputOption.longName)) {
+            return Fail(context, kExitUsage, "--each names its containers itself: no -o");
+        }
+        return EncryptEach(context, args, list.Entries(), args.Value(kFolderOption.longName));
+    }
+    if (args.Has(kFolderOption.longName)) {
+        return Fail(context, kExitUsage, "-C DIR goes with --each; name one container with -o");
+    }
+    const std::string output = args.Value(kOutputOption.longName).value_or(list.OutputName());
+    if (output.empty()) {
+        return Fail(context, kExitUsage, "name the container with -o FILE");
+    }
     ObtainedSecret secret = ObtainKey(context, args, KeyPurpose::Encrypt);
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
     }
-    FileJobAnswers answers;
-    answers.replaceContainer = args.Has(kForceOption.longName);
-    answers.quiet = args.Has(kQuietOption.longName);
-    CliFileObserver observer(context, answers);
+    CliFileObserver observer(context, EncryptAnswers(context, args.Has(kForceOption.longName)));
     SystemRandom random;
     const EncryptRequest request{list.Entries(), output, &secret.key,
                                  &random,        {},     list.PassedOver()};
-    const FileJobResult result = EncryptFiles(request, observer);
+    OstreamSink standardOutput(context.out);
+    const FileJobResult result = output == "-" ? EncryptFilesTo(request, standardOutput, observer)
+                                               : EncryptFiles(request, observer);
+    context.out.flush();
     return result.ok() ? kExitSuccess : JobFailed(context, observer, result);
 }
 
-// StartReading checks that a reading command got exactly one container and obtains its
-// key, or says why not in the result's status and error.
-ObtainedSecret StartReading(CliContext& context, const ParsedArgs& args) {
-    if (args.operands.size() != 1) {
+// StartReading checks that a reading command got one container (or several, where the
+// command takes several) and obtains its key, or says why not in the result's status and
+// error.
+ObtainedSecret StartReading(CliContext& context, const ParsedArgs& args, bool several = false) {
+    if (args.operands.empty() || (args.operands.size() > 1 && !several)) {
         ObtainedSecret refused;
         refused.status = kExitUsage;
         refused.error = args.operands.empty() ? "name the container to read"
                                               : "unexpected argument '" + args.operands[1] + "'";
+        return refused;
+    }
+    if (several && args.operands.size() > 1 &&
+        std::find(args.operands.begin(), args.operands.end(), "-") != args.operands.end()) {
+        ObtainedSecret refused;
+        refused.status = kExitUsage;
+        refused.error = "standard input ('-') can only be decrypted alone";
+        return refused;
+    }
+    if (args.operands[0] == "-" && args.Value(kPassphraseFileOption.longName) == "-") {
+        ObtainedSecret refused;
+        refused.status = kExitUsage;
+        refused.error = "the container and the passphrase cannot both come from standard input";
         return refused;
     }
     return ObtainKey(context, args, KeyPurpose::Decrypt);
@@ -121,23 +168,77 @@ std::optional<ExistingFileAnswer> ExistingFileAnswerOf(const ParsedArgs& args) {
     return given > 1 ? std::nullopt : answer;
 }
 
-int DecryptFilesRun(CliContext& context, const ParsedArgs& args) {
-    const auto existing = ExistingFileAnswerOf(args);
-    if (!existing) {
-        return Fail(context, kExitUsage,
-                    "--overwrite, --skip-existing and --rename exclude each other");
+// Walked reads a container front to back without its index: from a pipe, for salvage or
+// to write its single file to standard output.
+bool Walked(const ParsedArgs& args) {
+    return args.operands.size() == 1 && args.operands[0] == "-";
+}
+
+WalkRequest WalkRequestFor(const ParsedArgs& args) {
+    WalkRequest request;
+    request.container = args.operands[0];
+    request.folder = args.Value(kFolderOption.longName).value_or(".");
+    request.toStandardOutput = args.Has(kOutputOption.longName);
+    request.keepGoing = args.Has(kKeepGoingOption.longName);
+    request.keepPartial = args.Has(kPartialOption.longName);
+    request.json = args.Has(kJsonOption.longName);
+    request.existingFile = *ExistingFileAnswerOf(args);
+    return request;
+}
+
+// DecryptOptionsProblem names a combination of decrypt options that cannot work.
+std::string DecryptOptionsProblem(const ParsedArgs& args) {
+    if (!ExistingFileAnswerOf(args)) {
+        return "--overwrite, --skip-existing and --rename exclude each other";
     }
-    const ObtainedSecret secret = StartReading(context, args);
+    if (args.Has(kOutputOption.longName) && args.Value(kOutputOption.longName) != "-") {
+        return "-o takes only '-' (standard output); restore into a folder with -C DIR";
+    }
+    if (args.Has(kOutputOption.longName) &&
+        (args.Has(kFolderOption.longName) || args.Has(kKeepGoingOption.longName))) {
+        return "-o - writes one file to standard output: it goes with neither -C nor "
+               "--keep-going";
+    }
+    if (args.Has(kPartialOption.longName) && !args.Has(kKeepGoingOption.longName)) {
+        return "--partial goes with --keep-going";
+    }
+    return {};
+}
+
+int DecryptOne(CliContext& context, const ParsedArgs& args, const SecretBytes& key);
+
+int DecryptFilesRun(CliContext& context, const ParsedArgs& args) {
+    if (const std::string problem = DecryptOptionsProblem(args); !problem.empty()) {
+        return Fail(context, kExitUsage, problem);
+    }
+    const ObtainedSecret secret = StartReading(context, args, !args.Has(kOutputOption.longName));
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
     }
+    // Several containers are restored one after another with the same key; one that fails
+    // is reported and the others still go.
+    int status = kExitSuccess;
+    for (const std::string& container : args.operands) {
+        ParsedArgs one = args;
+        one.operands = {container};
+        if (DecryptOne(context, one, secret.key) != kExitSuccess) {
+            status = kExitFailure;
+        }
+    }
+    return status;
+}
+
+int DecryptOne(CliContext& context, const ParsedArgs& args, const SecretBytes& key) {
+    if (Walked(args) || args.Has(kOutputOption.longName) || args.Has(kKeepGoingOption.longName)) {
+        return WalkDecrypt(context, WalkRequestFor(args), key);
+    }
     FileJobAnswers answers;
-    answers.quiet = args.Has(kQuietOption.longName);
+    answers.quiet = context.quiet;
     answers.listRestored = true;
-    answers.existingFile = *existing;
+    answers.existingFile = *ExistingFileAnswerOf(args);
     CliFileObserver observer(context, answers);
     const DecryptRequest request{args.operands[0], args.Value(kFolderOption.longName).value_or("."),
-                                 &secret.key};
+                                 &key};
     const FileJobResult result = DecryptContainer(request, observer);
     if (result.error == FileError::OutputExists) {
         observer.ClearProgress();
@@ -153,12 +254,21 @@ int ListRun(CliContext& context, const ParsedArgs& args) {
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
     }
-    CliFileObserver observer(context, FileJobAnswers{});
+    if (Walked(args)) {
+        return WalkList(context, WalkRequestFor(args), secret.key);
+    }
+    FileJobAnswers answers;
+    answers.quiet = context.quiet;
+    CliFileObserver observer(context, answers);
     std::vector<ContainerEntry> entries;
     const FileJobResult result =
         ListContainer(DecryptRequest{args.operands[0], {}, &secret.key}, entries, observer);
     if (!result.ok()) {
-        return JobFailed(context, observer, result);
+        return JsonFailed(context, observer, result, args.Has(kJsonOption.longName));
+    }
+    if (args.Has(kJsonOption.longName)) {
+        context.out << ListJson(entries);
+        return kExitSuccess;
     }
     for (const ContainerEntry& entry : entries) {
         context.out << entry.plainBytes << '\t' << entry.name << '\n';
@@ -171,16 +281,23 @@ int TestRun(CliContext& context, const ParsedArgs& args) {
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
     }
+    if (Walked(args)) {
+        return WalkTest(context, WalkRequestFor(args), secret.key);
+    }
+    const bool json = args.Has(kJsonOption.longName);
+    std::vector<std::string> checked;
     FileJobAnswers answers;
-    answers.quiet = args.Has(kQuietOption.longName);
+    answers.quiet = context.quiet;
+    answers.doneVerb = context.verbose ? "checked" : nullptr;
+    answers.doneNames = &checked;
     CliFileObserver observer(context, answers);
     const FileJobResult result =
         TestContainer(DecryptRequest{args.operands[0], {}, &secret.key}, observer);
     if (!result.ok()) {
-        return JobFailed(context, observer, result);
+        return JsonFailed(context, observer, result, json);
     }
     observer.ClearProgress();
-    context.out << "OK\n";
+    context.out << (json ? TestJson(checked) : "OK\n");
     return kExitSuccess;
 }
 
@@ -188,15 +305,25 @@ int TestRun(CliContext& context, const ParsedArgs& args) {
 
 const Command EncryptFilesCommand{
     "encrypt", "encrypt files and folders into one .vexo container",
-    "Usage: kelvora-cli encrypt -o OUT.vexo [--force] [-q] [-p FILE | --key-file FILE...]\n"
+    "Usage: kelvora-cli encrypt -o OUT.vexo [--force] [-p FILE | --key-file FILE...]\n"
     "                           PATH...\n"
+    "       kelvora-cli encrypt --name NAME -o OUT.vexo [--force] -\n"
+    "       kelvora-cli encrypt --each [-C DIR] [--force] PATH...\n"
     "Encrypts every PATH, in the order given, into one container: a folder goes in with\n"
     "everything below it (stored under the folder's own name), any other path as a single\n"
-    "file. The container appears only once it is complete.\n\n"
+    "file. The container appears only once it is complete. PATH '-' (alone) stores\n"
+    "standard input, read to its end, as one file named NAME.\n\n"
     "  -o, --output FILE           the container to write (default: the first file's name\n"
-    "                              with the extension .vexo)\n"
+    "                              with the extension .vexo); '-' streams it to standard\n"
+    "                              output, records first and the index last\n"
+    "      --name NAME             the stored name of standard input ('a/b' makes folders)\n"
+    "      --each                  one container per input file instead, holding that file\n"
+    "                              alone: NAME.vexo beside it, or below -C DIR (the folder\n"
+    "                              structure of the inputs kept); a file that fails is\n"
+    "                              reported and the others still go; .vexo files are\n"
+    "                              passed over (with a note)\n"
+    "  -C, --directory DIR         with --each: where the containers go\n"
     "      --force                 replace an existing container\n"
-    "  -q, --quiet                 no progress on the terminal\n"
     "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
     "      --key-file FILE         a shared-security key, given once per key, key 1 first\n"
     "                              (2 to 10 files; the container then opens only in\n"
@@ -207,20 +334,33 @@ const Command EncryptFilesCommand{
 
 const Command DecryptFilesCommand{
     "decrypt", "restore the files of a .vexo container",
-    "Usage: kelvora-cli decrypt CONTAINER [-C DIR] [--overwrite | --skip-existing | --rename]\n"
-    "                           [-q]"
-    " [-p FILE] [--key-file FILE]...\n"
-    "Restores every file of CONTAINER below DIR (default: the current folder), creating\n"
-    "its folders, and prints one line per file restored. A wrong passphrase is found before\n"
-    "anything is written; names that would leave DIR or pass through a symbolic link are\n"
-    "refused. Every file that exists already (or that the container holds twice) is found\n"
-    "before anything is written; without one of the three options below nothing is written.\n\n"
+    "Usage: kelvora-cli decrypt CONTAINER... [-C DIR] [--overwrite | --skip-existing | --rename]\n"
+    "                           [--keep-going [--partial]] [-p FILE] [--key-file FILE]...\n"
+    "       kelvora-cli decrypt -o - CONTAINER\n"
+    "Restores every file of each CONTAINER below DIR (default: the current folder),\n"
+    "creating its folders, and prints one line per file restored. A wrong passphrase is\n"
+    "found before anything is written; names that would leave DIR or pass through a\n"
+    "symbolic link are refused. Every file that exists already (or that the container holds\n"
+    "twice) is found before anything is written; without --overwrite, --skip-existing or\n"
+    "--rename nothing is written. Several\n"
+    "containers are restored one after another with the same passphrase; one that fails is\n"
+    "reported and the others still go (exit status 1 then).\n"
+    "CONTAINER '-' reads the container from standard input, record by record without its\n"
+    "index, and checks the index at the end against what was read.\n\n"
     "  -C, --directory DIR         restore below DIR\n"
+    "  -o, --output -              write the container's single file to standard output\n"
+    "                              (a container of several files is refused when the\n"
+    "                              second one is reached)\n"
+    "  -k, --keep-going            salvage a damaged or cut-off container: restore every\n"
+    "                              file whose chunks all check out, name each damaged file\n"
+    "                              and its first damaged chunk, and go on; works without\n"
+    "                              the index too (exit status 1 when anything was damaged)\n"
+    "      --partial               with --keep-going, also keep the intact leading chunks of\n"
+    "                              a damaged file, as NAME.partial\n"
     "      --overwrite             replace files that exist already\n"
     "      --skip-existing         leave files that exist already as they are (named on\n"
     "                              standard error)\n"
     "      --rename                restore as \"name (2).ext\", the first number free\n"
-    "  -q, --quiet                 no progress on the terminal\n"
     "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
     "      --key-file FILE         a shared-security key, given once per key, key 1 first\n\n"
     "The passphrase comes from the first of: -p FILE, --key-file FILE..., the environment\n"
@@ -229,10 +369,12 @@ const Command DecryptFilesCommand{
 
 const Command ListCommand{
     "list", "list the files of a .vexo container",
-    "Usage: kelvora-cli list CONTAINER [-p FILE] [--key-file FILE]...\n"
+    "Usage: kelvora-cli list CONTAINER [--json] [-p FILE] [--key-file FILE]...\n"
     "Prints one line per file, SIZE<TAB>NAME, the size in bytes and the\n"
-    "name with '/' between folders. Writes nothing.\n\n"
-    "  -q, --quiet                 no progress on the terminal\n"
+    "name with '/' between folders. Writes nothing. CONTAINER '-' reads standard input\n"
+    "(everything is then decrypted, and the list printed once the index has been checked).\n\n"
+    "      --json                  print {\"files\":[{\"name\":...,\"size\":...},...]} instead;\n"
+    "                              a failure prints {\"ok\":false,\"error\":...} as well\n"
     "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
     "      --key-file FILE         a shared-security key, given once per key, key 1 first\n\n"
     "The passphrase comes from the first of: -p FILE, --key-file FILE..., the environment\n"
@@ -241,10 +383,12 @@ const Command ListCommand{
 
 const Command TestCommand{
     "test", "check that a .vexo container decrypts completely",
-    "Usage: kelvora-cli test CONTAINER [-q] [-p FILE] [--key-file FILE]...\n"
+    "Usage: kelvora-cli test CONTAINER [--json] [-p FILE] [--key-file FILE]...\n"
     "Decrypts and decompresses everything, writes nothing, and prints OK,\n"
-    "or says which file and chunk is damaged.\n\n"
-    "  -q, --quiet                 no progress on the terminal\n"
+    "or says which file and chunk is damaged. CONTAINER '-' reads standard input and\n"
+    "also checks the index at the end against the records read.\n\n"
+    "      --json                  print {\"ok\":true,\"files\":[NAME,...]}, or on failure\n"
+    "                              {\"ok\":false,\"error\":...,\"file\":N,\"chunk\":N}\n"
     "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
     "      --key-file FILE         a shared-security key, given once per key, key 1 first\n\n"
     "The passphrase comes from the first of: -p FILE, --key-file FILE..., the environment\n"

@@ -23,16 +23,25 @@ std::string Megabytes(std::int64_t bytes) {
 
 std::string ProgressLine(std::int64_t done, std::int64_t total, double seconds) {
     const double rate = seconds > 0 ? static_cast<double>(done) / seconds : 0;
-    std::string line = Megabytes(done) + " of " + Megabytes(total);
+    // A job reading a pipe does not know its total: it shows what is done and the speed.
+    std::string line = total > 0 ? Megabytes(done) + " of " + Megabytes(total) : Megabytes(done);
     char text[64];
     std::snprintf(text, sizeof text, "  %.1f MB/s", rate / kMega);
     line += text;
-    if (rate > 0 && total >= done) {
+    if (rate > 0 && total > 0 && total >= done) {
         const auto left = static_cast<long>(static_cast<double>(total - done) / rate);
         std::snprintf(text, sizeof text, "  %ld:%02ld left", left / 60, left % 60);
         line += text;
     }
     return line;
+}
+
+FileJobAnswers EncryptAnswers(const CliContext& context, bool force) {
+    FileJobAnswers answers;
+    answers.replaceContainer = force;
+    answers.quiet = context.quiet;
+    answers.doneVerb = context.verbose ? "added" : nullptr;
+    return answers;
 }
 
 CliFileObserver::CliFileObserver(CliContext& context, FileJobAnswers answers)
@@ -52,9 +61,15 @@ void CliFileObserver::OnJobStarted(std::size_t, std::int64_t totalBytes) {
 }
 
 void CliFileObserver::OnFileDone(std::size_t, const std::string& path) {
+    if (m_answers.doneNames != nullptr) {
+        m_answers.doneNames->push_back(path);
+    }
     if (m_answers.listRestored) {
         ClearProgress();
         m_context.out << Printable(path.starts_with("./") ? path.substr(2) : path) << '\n';
+    } else if (m_answers.doneVerb != nullptr) {
+        ClearProgress();
+        m_context.err << "kelvora-cli: " << m_answers.doneVerb << ' ' << Printable(path) << '\n';
     }
 }
 

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace kelvora::cli {
 
@@ -16,7 +17,15 @@ struct FileJobAnswers {
     ExistingFileAnswer existingFile = ExistingFileAnswer::Cancel;
     bool quiet = false;
     bool listRestored = false; // decrypt prints one line per file restored
+    // doneVerb, when set, says on err what became of every file ("added", "checked").
+    const char* doneVerb = nullptr;
+    // doneNames, when set, collects every file done (for a result printed at the end).
+    std::vector<std::string>* doneNames = nullptr;
 };
+
+// EncryptAnswers are the answers of an encrypt run: --force replaces a container, and with
+// --verbose every file added is named.
+[[nodiscard]] FileJobAnswers EncryptAnswers(const CliContext& context, bool force);
 
 // CliFileObserver answers a file job from the options, prints the restored files on
 // standard output, draws progress (bytes, MB/s, time left) on standard error when that is
@@ -56,7 +65,8 @@ private:
 };
 
 // ProgressLine formats the progress text: bytes done of total, speed in MB/s and the time
-// left ("1.5 GB of 2.0 GB  48.2 MB/s  0:10 left").
+// left ("1.5 GB of 2.0 GB  48.2 MB/s  0:10 left"); without a total (a pipe), the bytes
+// done and the speed.
 [[nodiscard]] std::string ProgressLine(std::int64_t done, std::int64_t total, double seconds);
 
 } // namespace kelvora::cli

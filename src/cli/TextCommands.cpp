@@ -1,11 +1,13 @@
 #include "cli/TextCommands.h"
 
 #include "cli/CliIo.h"
+#include "cli/LanguageChoice.h"
 #include "cli/PassphraseSource.h"
 #include "common/Ansi.h"
 #include "common/LineBreaks.h"
 #include "crypto/CRijndael.h"
 #include "i18n/Catalogue.h"
+#include "text/ArmourFinder.h"
 #include "text/EncryptedText.h"
 
 #include <array>
@@ -16,24 +18,15 @@ namespace {
 constexpr OptionSpec kInputOption{"input", 'i', true};
 constexpr OptionSpec kLanguageOption{"lang", '\0', true};
 constexpr OptionSpec kNoBannerOption{"no-banner", '\0', false};
+constexpr OptionSpec kBlockOption{"block", '\0', true};
 constexpr OptionSpec kReplaceUnsupportedOption{"replace-unsupported", '\0', false};
 
 constexpr std::array kEncryptOptions = {
     kInputOption, kOutputOption,         kLanguageOption, kReplaceUnsupportedOption,
     kForceOption, kPassphraseFileOption, kKeyFileOption};
-constexpr std::array kDecryptOptions = {kInputOption, kOutputOption,         kNoBannerOption,
-                                        kForceOption, kPassphraseFileOption, kKeyFileOption};
-
-std::optional<int> LanguageOffsetFromCode(std::string_view code) {
-    constexpr std::array<std::pair<std::string_view, int>, 4> kCodes = {
-        {{"de", kGerman}, {"en", kEnglish}, {"es", kSpanish}, {"fr", kFrench}}};
-    for (const auto& [name, offset] : kCodes) {
-        if (name == code) {
-            return offset;
-        }
-    }
-    return std::nullopt;
-}
+constexpr std::array kDecryptOptions = {kBlockOption,    kInputOption, kOutputOption,
+                                        kNoBannerOption, kForceOption, kPassphraseFileOption,
+                                        kKeyFileOption};
 
 // WithoutBannerLine drops the first line when it is a banner line, with any address.
 std::string_view WithoutBannerLine(std::string_view text) {
@@ -68,11 +61,65 @@ std::optional<std::string> AnsiText(CliContext& context, const ParsedArgs& args,
     return ansi;
 }
 
+// ChosenArmour is the encrypted text to decrypt out of the input, or why none was chosen.
+struct ChosenArmour {
+    std::string armoured;
+    int status = kExitSuccess;
+    std::string error;
+};
+
+std::string Lines(const ArmourBlock& block) {
+    return block.firstLine == block.lastLine
+               ? "line " + std::to_string(block.firstLine)
+               : "lines " + std::to_string(block.firstLine) + "-" + std::to_string(block.lastLine);
+}
+
+// ChooseArmour finds the encrypted texts in the input (a whole mail, quoted or wrapped, will
+// do). One is taken as it is; of several, --block N says which. Input in which nothing looks
+// like an encrypted text goes to the decoder whole, which reads blanks and breaks anywhere.
+ChosenArmour ChooseArmour(CliContext& context, const ParsedArgs& args, const std::string& input) {
+    const std::vector<ArmourBlock> blocks = FindArmourBlocks(input);
+    const std::optional<std::string> wanted = args.Value(kBlockOption.longName);
+    std::size_t chosen = 1;
+    if (wanted) {
+        chosen = 0;
+        if (wanted->find_first_not_of("0123456789") == std::string::npos && wanted->size() < 6) {
+            chosen = static_cast<std::size_t>(std::stoul("0" + *wanted));
+        }
+        if (chosen < 1 || chosen > std::max<std::size_t>(blocks.size(), 1)) {
+            return ChosenArmour{{},
+                                kExitUsage,
+                                "--block takes a number from 1 to " +
+                                    std::to_string(std::max<std::size_t>(blocks.size(), 1))};
+        }
+    }
+    if (blocks.empty()) {
+        return ChosenArmour{input, kExitSuccess, {}};
+    }
+    if (blocks.size() > 1 && !wanted) {
+        std::string where;
+        for (std::size_t i = 0; i < blocks.size(); ++i) {
+            where += (i == 0 ? "" : ", ") + std::to_string(i + 1) + ": " + Lines(blocks[i]);
+        }
+        return ChosenArmour{{},
+                            kExitFailure,
+                            "the input holds " + std::to_string(blocks.size()) +
+                                " encrypted texts (" + where + "); choose one with --block N"};
+    }
+    const ArmourBlock& block = blocks[chosen - 1];
+    if (context.verbose) {
+        Note(context, "decrypting the encrypted text of " + Lines(block));
+    }
+    return ChosenArmour{block.base64, kExitSuccess, {}};
+}
+
 int EncryptText(CliContext& context, const ParsedArgs& args) {
     if (!args.operands.empty()) {
         return Fail(context, kExitUsage, "unexpected argument '" + args.operands[0] + "'");
     }
-    const auto offset = LanguageOffsetFromCode(args.Value(kLanguageOption.longName).value_or("en"));
+    const std::optional<std::string> language = args.Value(kLanguageOption.longName);
+    const std::optional<int> offset =
+        language ? LanguageOffsetFromName(*language) : LanguageOffsetFromLocale(context.getenv);
     if (!offset) {
         return Fail(context, kExitUsage, "--lang takes de, en, es or fr");
     }
@@ -121,8 +168,12 @@ int DecryptText(CliContext& context, const ParsedArgs& args) {
     if (armoured.find_first_not_of(" \t\r\n") == std::string::npos) {
         return Fail(context, kExitFailure, "the input holds no encrypted text");
     }
+    const ChosenArmour chosen = ChooseArmour(context, args, armoured);
+    if (chosen.status != kExitSuccess) {
+        return Fail(context, chosen.status, chosen.error);
+    }
     CRijndael cipher;
-    TextResult result = kelvora::DecryptText(cipher, secret.key.bytes(), ToCrLf(armoured));
+    TextResult result = kelvora::DecryptText(cipher, secret.key.bytes(), ToCrLf(chosen.armoured));
     if (result.status != TextStatus::Ok) {
         return Fail(context, kExitFailure,
                     "not a Kelvora text: it is damaged or incomplete (its length is not a "
@@ -151,11 +202,13 @@ const Command EncryptTextCommand{
     "                                [-o FILE [--force]] [-p FILE | --key-file FILE...]\n"
     "Encrypts a UTF-8 text (standard input by default) into Base64 lines of 76 characters\n"
     "(standard output by default). The decrypted text begins with a line saying it was\n"
-    "encrypted with Kelvora, in the language --lang picks (default en).\n\n"
+    "encrypted with Kelvora, in the language --lang picks; without --lang, the language of\n"
+    "LC_ALL, LC_MESSAGES or LANG (the first one set), English when it is none of the four.\n\n"
     "  -i, --input FILE            read the text from FILE\n"
     "  -o, --output FILE           write the encrypted text to FILE\n"
     "      --force                 replace FILE when it exists already\n"
-    "      --lang CODE             language of the first line: de, en, es or fr\n"
+    "      --lang CODE             language of the first line: de, en, es or fr (any case;\n"
+    "                              a locale such as de_AT.UTF-8 is taken by its language)\n"
     "      --replace-unsupported   encrypt \"?\" for characters outside Windows-1252 and NULs\n"
     "                              instead of refusing the text\n"
     "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
@@ -170,10 +223,15 @@ const Command EncryptTextCommand{
 
 const Command DecryptTextCommand{
     "decrypt-text", "decrypt a text made by encrypt-text or the window",
-    "Usage: kelvora-cli decrypt-text [--no-banner] [--force] [-i FILE] [-o FILE]\n"
+    "Usage: kelvora-cli decrypt-text [--block N] [--no-banner] [--force] [-i FILE] [-o FILE]\n"
     "                                [-p FILE | --key-file FILE...]\n"
-    "Decrypts an encrypted text (line breaks and blanks anywhere are fine) and writes the\n"
-    "text as the program's window shows it: the Kelvora line first, then the text.\n\n"
+    "Decrypts an encrypted text and writes the text as the program's window shows it: the\n"
+    "Kelvora line first, then the text. The encrypted text may stand inside a whole mail:\n"
+    "it is found among the prose, its quote marks ('> ', '>> ') and the mail's line\n"
+    "wrapping are removed. When the input holds several encrypted texts, the command names\n"
+    "their lines and decrypts the one --block picks. Input in which nothing looks like an\n"
+    "encrypted text is decoded whole (line breaks and blanks anywhere are fine).\n\n"
+    "      --block N               decrypt the N-th encrypted text of the input\n"
     "  -i, --input FILE            read the encrypted text from FILE\n"
     "  -o, --output FILE           write the text to FILE\n"
     "      --no-banner             leave out the first line when it is the Kelvora line\n"

@@ -8,9 +8,6 @@
 
 namespace kelvora {
 
-namespace {
-
-// StreamHeader builds the first chunk's uncompressed part; the tail byte is set later.
 Bytes StreamHeader(const std::string& ansiStoredName, RandomSource& random) {
     Bytes header(kStreamHeaderBytes + ansiStoredName.size());
     random.Fill(header.data(), kSaltBytes);
@@ -25,8 +22,6 @@ bool WriteRecord(ByteSink& container, const Bytes& payload) {
     PutInt32Le(lastIndex.data(), static_cast<std::int32_t>(payload.size() - 1));
     return container.Write(lastIndex) && container.Write(payload);
 }
-
-} // namespace
 
 AppendResult AppendFileToContainer(ChunkFeed& feed, const std::string& ansiStoredName,
                                    ByteSink& container, JobCipher& cipher, RandomSource& random,

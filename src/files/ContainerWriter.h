@@ -21,6 +21,13 @@ struct AppendResult {
     int systemError = 0;
 };
 
+// StreamHeader builds a file's first chunk's uncompressed part: salt from random, the tail
+// byte of an empty file (the writer sets the real one), the name length and the name.
+[[nodiscard]] Bytes StreamHeader(const std::string& ansiStoredName, RandomSource& random);
+
+// WriteRecord writes one record: the payload's last index, then the payload.
+[[nodiscard]] bool WriteRecord(ByteSink& container, const Bytes& payload);
+
 // AppendFileToContainer writes the next file of the feed as a stream (salt from random, tail
 // byte, name length, ansiStoredName, data): it takes the file's chunks compressed, in order,
 // enciphers each with the job's prepared key and writes the records to container. Memory

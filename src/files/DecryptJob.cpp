@@ -145,6 +145,44 @@ FileJobResult WithOmitted(FileJobResult result, std::vector<OmittedEntry> omitte
 
 } // namespace
 
+namespace {
+
+// FirstFreeNumberedName is path as "name (n).ext" with the first n from 2 that is free.
+std::string FirstFreeNumberedName(const std::string& path) {
+    for (int n = 2;; ++n) {
+        if (std::string candidate = NumberedName(path, n); !PathExists(candidate)) {
+            return candidate;
+        }
+    }
+}
+
+} // namespace
+
+Target ChooseTarget(std::string& path, bool& replace, FileJobObserver& observer) {
+    replace = false;
+    while (PathExists(path)) {
+        switch (observer.AskExistingFile(path)) {
+        case ExistingFileAnswer::Overwrite:
+            replace = true;
+            return Target::Write;
+        case ExistingFileAnswer::AnotherName:
+            if (auto other = observer.AskAnotherName(path); other && !other->empty()) {
+                path = *other;
+                continue;
+            }
+            return Target::Skip;
+        case ExistingFileAnswer::Rename:
+            path = FirstFreeNumberedName(path);
+            return Target::Write;
+        case ExistingFileAnswer::Skip:
+            return Target::Skip;
+        case ExistingFileAnswer::Cancel:
+            return Target::Cancel;
+        }
+    }
+    return Target::Write;
+}
+
 FileJobResult DecryptContainer(const DecryptRequest& request, FileJobObserver& observer,
                                DecodeWorkers workers) {
     if (request.outputFolder.empty()) {

@@ -34,6 +34,13 @@ using DecodeWorkers = std::optional<std::size_t>;
 [[nodiscard]] FileJobResult CheckPassphrase(ContainerReader& reader, JobCipher& cipher,
                                             FileJobObserver& observer);
 
+// Target is where a restored file goes when its path is taken already.
+enum class Target { Write, Skip, Cancel };
+
+// ChooseTarget asks the observer about an existing path until the answer settles it: path
+// may change (another name), replace says whether the existing file is to be replaced.
+[[nodiscard]] Target ChooseTarget(std::string& path, bool& replace, FileJobObserver& observer);
+
 // DecryptContainer restores every file of the container below the output folder, creating
 // its folders. The passphrase is checked first, so a wrong one writes nothing. A stored name
 // that would leave the folder is refused (OnFileRefused) and nothing is written for it; the

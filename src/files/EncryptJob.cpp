@@ -160,6 +160,39 @@ FileJobResult AppendAll(const EncryptRequest& request, const std::vector<InputEn
     return {};
 }
 
+std::vector<std::string> StoredNamesOf(const std::vector<InputEntry>& entries) {
+    std::vector<std::string> names;
+    for (const InputEntry& entry : entries) {
+        names.push_back(StoredNameFor(entry.path, entry.relativePath));
+    }
+    return names;
+}
+
+// StorableInputs keeps the entries that can be stored; omitted gets every other one, the
+// walk's passed-over entries first, each also told to the observer.
+std::vector<InputEntry> StorableInputs(const EncryptRequest& request,
+                                       std::vector<OmittedEntry>& omitted,
+                                       FileJobObserver& observer) {
+    for (const OmittedEntry& passed : request.passedOver) {
+        omitted.push_back(passed);
+        observer.OnFileRefused(0, passed.name, passed.why);
+    }
+    return ReadableInputs(request.entries, omitted, observer);
+}
+
+FileJobResult WithOmitted(FileJobResult result, std::vector<OmittedEntry> omitted) {
+    result.omitted = std::move(omitted);
+    return result;
+}
+
+// Finished turns a job that did everything else into EntriesLeftOut when it left any out.
+FileJobResult Finished(FileJobResult result, std::vector<OmittedEntry> omitted) {
+    if (result.ok() && !omitted.empty()) {
+        result = Failure(FileError::EntriesLeftOut);
+    }
+    return WithOmitted(std::move(result), std::move(omitted));
+}
+
 } // namespace
 
 FileJobResult EncryptFiles(const EncryptRequest& request, FileJobObserver& observer) {
@@ -167,10 +200,7 @@ FileJobResult EncryptFiles(const EncryptRequest& request, FileJobObserver& obser
         request.key->empty() || request.random == nullptr) {
         return Failure(FileError::NothingToDo);
     }
-    std::vector<std::string> names;
-    for (const InputEntry& entry : request.entries) {
-        names.push_back(StoredNameFor(entry.path, entry.relativePath));
-    }
+    const std::vector<std::string> names = StoredNamesOf(request.entries);
     if (FileJobResult refused = CheckStoredNames(names, request.entries); !refused.ok()) {
         return refused;
     }
@@ -191,20 +221,11 @@ FileJobResult EncryptFiles(const EncryptRequest& request, FileJobObserver& obser
         }
     }
     std::vector<OmittedEntry> omitted;
-    for (const OmittedEntry& passed : request.passedOver) {
-        omitted.push_back(passed);
-        observer.OnFileRefused(0, passed.name, passed.why);
-    }
-    const std::vector<InputEntry> entries = ReadableInputs(request.entries, omitted, observer);
+    const std::vector<InputEntry> entries = StorableInputs(request, omitted, observer);
     if (entries.empty()) {
-        FileJobResult nothing = Failure(FileError::EntriesLeftOut);
-        nothing.omitted = std::move(omitted);
-        return nothing;
+        return WithOmitted(Failure(FileError::EntriesLeftOut), std::move(omitted));
     }
-    std::vector<std::string> keptNames;
-    for (const InputEntry& entry : entries) {
-        keptNames.push_back(StoredNameFor(entry.path, entry.relativePath));
-    }
+    const std::vector<std::string> keptNames = StoredNamesOf(entries);
     TempOutputFile output;
     if (!output.Create(request.outputPath)) {
         return Failure(FileError::WriteFailed, 0, 0, request.outputPath, output.LastError());
@@ -216,11 +237,27 @@ FileJobResult EncryptFiles(const EncryptRequest& request, FileJobObserver& obser
     if (result.ok() && !output.Commit(replace)) {
         result = Failure(FileError::WriteFailed, 0, 0, request.outputPath, output.LastError());
     }
-    if (result.ok() && !omitted.empty()) {
-        result = Failure(FileError::EntriesLeftOut);
+    return Finished(std::move(result), std::move(omitted));
+}
+
+FileJobResult EncryptFilesTo(const EncryptRequest& request, ByteSink& sink,
+                             FileJobObserver& observer) {
+    if (request.entries.empty() || request.key == nullptr || request.key->empty() ||
+        request.random == nullptr) {
+        return Failure(FileError::NothingToDo);
     }
-    result.omitted = std::move(omitted);
-    return result;
+    if (FileJobResult refused = CheckStoredNames(StoredNamesOf(request.entries), request.entries);
+        !refused.ok()) {
+        return refused;
+    }
+    std::vector<OmittedEntry> omitted;
+    const std::vector<InputEntry> entries = StorableInputs(request, omitted, observer);
+    if (entries.empty()) {
+        return WithOmitted(Failure(FileError::EntriesLeftOut), std::move(omitted));
+    }
+    observer.OnJobStarted(entries.size(), PlainBytesOf(entries));
+    FileJobResult result = AppendAll(request, entries, StoredNamesOf(entries), sink, observer);
+    return Finished(std::move(result), std::move(omitted));
 }
 
 } // namespace kelvora

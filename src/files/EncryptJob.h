@@ -36,4 +36,10 @@ struct EncryptRequest {
 // failed or cancelled run leaves no container behind. Input files are only read.
 [[nodiscard]] FileJobResult EncryptFiles(const EncryptRequest& request, FileJobObserver& observer);
 
+// EncryptFilesTo writes the same container straight to sink (standard output), records
+// then index, without seeking; the request's output path only names it in errors. What was
+// written before a failure stays written.
+[[nodiscard]] FileJobResult EncryptFilesTo(const EncryptRequest& request, ByteSink& sink,
+                                           FileJobObserver& observer);
+
 } // namespace kelvora

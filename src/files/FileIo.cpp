@@ -198,6 +198,11 @@ bool TempOutputFile::MoveInPlace(bool replace) {
                    : RenameWithoutReplacing(m_folder.Get(), m_tempName, m_leaf);
 }
 
+void TempOutputFile::Retarget(const std::string& finalPath) {
+    const std::size_t slash = finalPath.rfind('/');
+    m_leaf = slash == std::string::npos ? finalPath : finalPath.substr(slash + 1);
+}
+
 bool TempOutputFile::Commit(bool replace) {
     if (!m_file.Valid()) {
         m_error = EBADF;

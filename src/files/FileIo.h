@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <utility>
 
 namespace kelvora {
 
@@ -93,6 +94,9 @@ public:
     // Commit gives the complete file its final name. With replace false an existing file
     // is never replaced (the call then fails with EEXIST).
     [[nodiscard]] bool Commit(bool replace);
+    // Retarget changes the final path before Commit, within the same folder (a file that
+    // turned out damaged is kept under a name that says so).
+    void Retarget(const std::string& finalPath);
     // Discard closes and removes the unfinished file.
     void Discard();
 

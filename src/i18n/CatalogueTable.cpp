@@ -871,6 +871,16 @@ constexpr CatalogueRow kRows[] = {
           "Estos archivos ya existen. No se ha escrito nada:",
           "Ces fichiers existent déjà. Rien n'a été écrit :"},
 
+    // Several encrypted texts in the text box (a pasted mail thread); "%s" is their number.
+    {630, "Der Text enthält %s verschlüsselte Texte. Entschlüsselt wird der, in dem die "
+          "Schreibmarke steht, sonst der erste.",
+          "The text holds %s encrypted texts. The one the cursor stands in is decrypted, "
+          "otherwise the first one.",
+          "El texto contiene %s textos cifrados. Se descifra aquel en el que está el cursor o, "
+          "si no, el primero.",
+          "Le texte contient %s textes chiffrés. Celui où se trouve le curseur est déchiffré, "
+          "sinon le premier."},
+
     // Why an entry was refused or left out; "%s" names it.
     {650, "„%s“ ist eine der Eingaben oder liegt in einem Verzeichnis, das verschlüsselt wird.",
           "\"%s\" is one of the inputs or lies in a directory being encrypted.",

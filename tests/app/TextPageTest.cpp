@@ -2,7 +2,9 @@
 
 #include "app/WindowHarness.h"
 
+#include <QTextBlock>
 #include <QTimer>
+#include <tuple>
 
 namespace kelvora {
 
@@ -51,6 +53,37 @@ private slots:
         h.Fill(encrypted, passphrase);
         h.Click("Command2");
         QCOMPARE(h.Results(), BannerOf(kGerman) + u"\nfrom\nthe command line \u00e4"_s);
+    }
+
+    // A pasted mail thread: each text found among prose and quote marks; of two, the one
+    // the cursor stands in, after the window says there are two.
+    void DecryptsTheTextInAMailWhereTheCursorStands() {
+        const QString passphrase = u"mail"_s;
+        const QString first =
+            RunCli({u"encrypt-text"_s, u"--lang"_s, u"en"_s}, u"one"_s, passphrase);
+        const QString second =
+            RunCli({u"encrypt-text"_s, u"--lang"_s, u"en"_s}, u"two"_s, passphrase);
+        const QString quotedSecond = u"> "_s + second.trimmed().replace(u'\n', u"\n> "_s);
+        const QString mail =
+            u"Hello,\n\n"_s + first + u"\nBob wrote:\n"_s + quotedSecond + u"\n-- \nAnna"_s;
+        for (const auto& [cursorLine, expected, shown] :
+             {std::tuple{0, u"one"_s, 1}, std::tuple{4, u"one"_s, 1}, std::tuple{9, u"two"_s, 1}}) {
+            Harness h;
+            h.Fill(mail, passphrase);
+            auto* box = h.Find<QPlainTextEdit>("txtResults");
+            QTextCursor cursor(box->document()->findBlockByNumber(cursorLine));
+            box->setTextCursor(cursor);
+            h.Click("Command2");
+            QCOMPARE(h.Results(), BannerOf(kEnglish) + u'\n' + expected);
+            QCOMPARE(h.messages.ShownIds().size(), shown);
+            QCOMPARE(h.messages.shown.first().text,
+                     Catalogue(kEnglish, 630).replace(u"%s"_s, u"2"_s));
+        }
+        Harness h(kGerman);
+        h.Fill(u"> "_s + first.trimmed().replace(u'\n', u"\n> "_s), passphrase);
+        h.Click("Command2");
+        QCOMPARE(h.Results(), BannerOf(kEnglish) + u"\none"_s);
+        QVERIFY(h.messages.ShownIds().isEmpty());
     }
 
     // Missing or broken input, or Cancel at the reminder, leaves the text as it was.

@@ -249,7 +249,8 @@ INSTANTIATE_TEST_SUITE_P(
                                    "50.0 MB of 100.0 MB  25.0 MB/s  0:02 left"},
                       ProgressCase{"MinutesLeft", 1000000, 200000000, 1.0,
                                    "1.0 MB of 200.0 MB  1.0 MB/s  3:19 left"},
-                      ProgressCase{"NothingYet", 0, 100, 0.0, "0.0 MB of 0.0 MB  0.0 MB/s"}),
+                      ProgressCase{"NothingYet", 0, 100, 0.0, "0.0 MB of 0.0 MB  0.0 MB/s"},
+                      ProgressCase{"TotalUnknown", 5000000, 0, 2.0, "5.0 MB  2.5 MB/s"}),
     [](const auto& info) { return info.param.name; });
 
 } // namespace

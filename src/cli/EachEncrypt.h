@@ -1,0 +1,24 @@
+#pragma once
+
+#include "cli/CliArgs.h"
+#include "cli/CliContext.h"
+#include "files/InputList.h"
+
+#include <string>
+#include <vector>
+
+namespace kelvora::cli {
+
+inline constexpr OptionSpec kEachOption{"each", '\0', false};
+
+// EachContainerPath is where encrypt --each puts the container of one input file: beside
+// it as NAME.vexo, or with a folder below it, the input's relative path kept (a file given
+// alone by its own name).
+[[nodiscard]] std::string EachContainerPath(const InputEntry& entry, const std::string& folder);
+
+// EncryptEach is "encrypt --each": every input file into its own container holding that
+// file alone. A file that fails is reported and the others still go (exit status 1 then).
+int EncryptEach(CliContext& context, const ParsedArgs& args, const std::vector<InputEntry>& entries,
+                const std::optional<std::string>& folder);
+
+} // namespace kelvora::cli

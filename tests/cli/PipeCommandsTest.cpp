@@ -1,0 +1,193 @@
+#include "InProcess.h"
+#include "files/ContainerFormat.h"
+#include "files/FileTestSupport.h"
+
+#include <gtest/gtest.h>
+
+namespace kelvora {
+namespace {
+
+using namespace kelvora::testing;
+
+const std::map<std::string, std::string> kSecret = {{"KELVORA_PASSPHRASE", kPassphrase}};
+
+std::string Text(const Bytes& bytes) {
+    return std::string(bytes.begin(), bytes.end());
+}
+
+// The first chunk's room beside the stored names "f0", "f1", ...
+constexpr std::size_t kRoom = FirstChunkRoom(2);
+
+struct PipeCase {
+    const char* name;
+    std::vector<std::size_t> sizes;
+};
+
+class ReadFromAPipe : public ::testing::TestWithParam<PipeCase> {};
+
+TEST_P(ReadFromAPipe, EqualsReadingTheFile) {
+    ScratchFolder scratch;
+    std::vector<std::string> inputs;
+    for (std::size_t i = 0; i < GetParam().sizes.size(); ++i) {
+        inputs.push_back(scratch / ("in/f" + std::to_string(i)));
+        WriteFile(inputs.back(), PatternBytes(GetParam().sizes[i], static_cast<std::uint32_t>(i)));
+    }
+    std::vector<std::string> encrypt = {"encrypt", "-o", scratch / "c.vexo"};
+    encrypt.insert(encrypt.end(), inputs.begin(), inputs.end());
+    ASSERT_EQ(RunInProcess(encrypt, "", kSecret).status, 0);
+    const std::string container = Text(ReadFile(scratch / "c.vexo"));
+
+    for (const char* command : {"list", "test"}) {
+        const auto fromFile = RunInProcess({command, scratch / "c.vexo"}, "", kSecret);
+        const auto fromPipe = RunInProcess({command, "-"}, container, kSecret);
+        EXPECT_EQ(fromPipe.status, 0) << fromPipe.err;
+        EXPECT_EQ(fromPipe.out, fromFile.out) << command;
+        EXPECT_EQ(fromPipe.err, "");
+    }
+    const auto restored = RunInProcess({"decrypt", "-", "-C", scratch / "out"}, container, kSecret);
+    EXPECT_EQ(restored.status, 0) << restored.err;
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+        EXPECT_EQ(ReadFile(scratch / ("out/f" + std::to_string(i))), ReadFile(inputs[i])) << i;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Sizes, ReadFromAPipe,
+    ::testing::Values(PipeCase{"Empty", {0}}, PipeCase{"RoomLessOne", {kRoom - 1}},
+                      PipeCase{"RoomPlusOne", {kRoom + 1}},
+                      PipeCase{"ExactMultipleThenAnother", {kRoom + kChunkBytes, 10, 0}}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(PipeCommands, IndexThatDiffersFromTheRecordsIsReported) {
+    const std::string container = Text(BuildContainer({{"a", {'1'}}, {"b", {'2'}}}, {68, 68, 100}));
+    const auto result = RunInProcess({"test", "-"}, container, kSecret);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "kelvora-cli: the index at the end does not match the records read (2 "
+                          "files read, 3 in the index)\n");
+}
+
+TEST(PipeCommands, SingleFileToStandardOutput) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "one.vexo", BuildContainer({{"one.txt", {'h', 'i', '\n'}}}));
+    WriteFile(scratch / "two.vexo", BuildContainer({{"a", {'1'}}, {"b", {'2'}}}));
+    const auto one = RunInProcess({"decrypt", "-o", "-", scratch / "one.vexo"}, "", kSecret);
+    EXPECT_EQ(one.status, 0) << one.err;
+    EXPECT_EQ(one.out, "hi\n");
+    const auto two = RunInProcess({"decrypt", "-o", "-", scratch / "two.vexo"}, "", kSecret);
+    EXPECT_EQ(two.status, 1);
+    EXPECT_TRUE(two.err.starts_with("kelvora-cli: the container holds more than one file"))
+        << two.err;
+}
+
+TEST(PipeCommands, KeepGoingRestoresTheIntactFilesOfATruncatedContainer) {
+    ScratchFolder scratch;
+    const Bytes big = PatternBytes(kRoom + 1000, 5);
+    Bytes container = BuildContainer({{"aa", {'a'}}, {"bg", big}, {"cc", {'c'}}});
+    container.resize(container.size() - 200); // into bg's second record: cc and the index lost
+    WriteFile(scratch / "c.vexo", container);
+    const auto plain =
+        RunInProcess({"decrypt", scratch / "c.vexo", "-C", scratch / "x"}, "", kSecret);
+    EXPECT_EQ(plain.status, 1);
+    EXPECT_FALSE(PathExists(scratch / "x"));
+
+    const auto salvaged = RunInProcess(
+        {"decrypt", "--keep-going", "--partial", scratch / "c.vexo", "-C", scratch / "out"}, "",
+        kSecret);
+    EXPECT_EQ(salvaged.status, 1);
+    EXPECT_EQ(salvaged.out, scratch / "out/aa\n");
+    EXPECT_NE(salvaged.err.find("bg: chunk 2 is damaged, not restored; its intact leading chunks "
+                                "are in " +
+                                scratch / "out/bg.partial"),
+              std::string::npos)
+        << salvaged.err;
+    EXPECT_NE(salvaged.err.find("the index at the end is missing"), std::string::npos);
+    EXPECT_EQ(FilesBelow(scratch / "out"), (std::vector<std::string>{"aa", "bg.partial"}));
+    EXPECT_EQ(ReadFile(scratch / "out/bg.partial"), Bytes(big.begin(), big.begin() + kRoom));
+}
+
+class EncryptFromAPipe : public ::testing::TestWithParam<PipeCase> {};
+
+// Standard input stored as "f0" gives the container a file "f0" of the same bytes gives, but
+// for the salts: same length, same index; both read back to the bytes.
+TEST_P(EncryptFromAPipe, EqualsEncryptingTheFile) {
+    ScratchFolder scratch;
+    const Bytes data = PatternBytes(GetParam().sizes[0], 3);
+    WriteFile(scratch / "f0", data);
+    const auto fromFile = RunInProcess({"encrypt", "-o", "-", scratch / "f0"}, "", kSecret);
+    ASSERT_EQ(fromFile.status, 0) << fromFile.err;
+    const auto fromPipe =
+        RunInProcess({"encrypt", "--name", "f0", "-o", "-", "-"}, Text(data), kSecret);
+    ASSERT_EQ(fromPipe.status, 0) << fromPipe.err;
+    ASSERT_EQ(fromPipe.out.size(), fromFile.out.size());
+    EXPECT_NE(fromPipe.out, fromFile.out);
+    // The index, and its length in the last byte (one digit for a single file).
+    const auto indexOf = [](const std::string& container) {
+        return container.substr(container.size() - 1 -
+                                static_cast<unsigned char>(container.back()));
+    };
+    EXPECT_EQ(indexOf(fromPipe.out), indexOf(fromFile.out));
+    WriteFile(scratch / "c.vexo", BytesFromString(fromPipe.out));
+    EXPECT_EQ(RunInProcess({"decrypt", "-o", "-", scratch / "c.vexo"}, "", kSecret).out,
+              Text(data));
+    EXPECT_EQ(RunInProcess({"test", scratch / "c.vexo"}, "", kSecret).out, "OK\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, EncryptFromAPipe,
+                         ::testing::Values(PipeCase{"Empty", {0}}, PipeCase{"Room", {kRoom}},
+                                           PipeCase{"RoomPlusOne", {kRoom + 1}},
+                                           PipeCase{"ExactMultiple", {kRoom + kChunkBytes}}),
+                         [](const auto& info) { return info.param.name; });
+
+TEST(PipeCommands, StreamedContainerEqualsTheWrittenOneButForTheSalts) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "in/a", PatternBytes(kRoom + 5, 1));
+    WriteFile(scratch / "in/b", PatternBytes(100, 2, true));
+    const auto streamed = RunInProcess({"encrypt", "-o", "-", scratch / "in"}, "", kSecret);
+    ASSERT_EQ(streamed.status, 0) << streamed.err;
+    ASSERT_EQ(
+        RunInProcess({"encrypt", "-o", scratch / "c.vexo", scratch / "in"}, "", kSecret).status, 0);
+    const std::string written = Text(ReadFile(scratch / "c.vexo"));
+    ASSERT_EQ(streamed.out.size(), written.size());
+    EXPECT_EQ(RunInProcess({"list", "-"}, streamed.out, kSecret).out,
+              RunInProcess({"list", scratch / "c.vexo"}, "", kSecret).out);
+}
+
+struct RefusalCase {
+    const char* name;
+    std::vector<std::string> args;
+    std::string error;
+};
+
+class PipeRefusal : public ::testing::TestWithParam<RefusalCase> {};
+
+TEST_P(PipeRefusal, IsAUsageError) {
+    const auto result = RunInProcess(GetParam().args, "", kSecret);
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.err, "kelvora-cli: " + GetParam().error + "\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, PipeRefusal,
+    ::testing::Values(
+        RefusalCase{"BothFromStandardInput",
+                    {"test", "-", "-p", "-"},
+                    "the container and the passphrase cannot both come from standard input"},
+        RefusalCase{
+            "PartialAlone", {"decrypt", "c.vexo", "--partial"}, "--partial goes with --keep-going"},
+        RefusalCase{"OutputFile",
+                    {"decrypt", "c.vexo", "-o", "x"},
+                    "-o takes only '-' (standard output); restore into a folder with -C DIR"},
+        RefusalCase{"StandardInputWithOthers",
+                    {"encrypt", "-o", "x.vexo", "-", "a"},
+                    "standard input ('-') can only be encrypted alone"},
+        RefusalCase{"StandardInputUnnamed",
+                    {"encrypt", "-o", "x.vexo", "-"},
+                    "name the file read from standard input with --name NAME"},
+        RefusalCase{"NameWithoutStandardInput",
+                    {"encrypt", "--name", "x", "a"},
+                    "--name names standard input ('-'), which is not given"}),
+    [](const auto& info) { return info.param.name; });
+
+} // namespace
+} // namespace kelvora

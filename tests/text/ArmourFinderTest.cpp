@@ -1,0 +1,142 @@
+#include "text/ArmourFinder.h"
+
+#include "common/FixedRandom.h"
+#include "crypto/KeyRules.h"
+#include "text/EncryptedText.h"
+
+#include <algorithm>
+#include <functional>
+#include <gtest/gtest.h>
+
+namespace kelvora {
+namespace {
+
+// Armour gives an encrypted text as the program writes it: lines of 76, CR LF between.
+std::string Armour(std::string_view text) {
+    CRijndael cipher;
+    testing::FixedRandom random;
+    return EncryptText(cipher, MakePassphraseKey("secret").bytes(), WithBanner(900, text), random)
+        .text;
+}
+
+std::vector<std::string> SplitLines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::size_t start = 0;
+    for (std::size_t end; (end = text.find("\r\n", start)) != std::string::npos; start = end + 2) {
+        lines.push_back(text.substr(start, end - start));
+    }
+    lines.push_back(text.substr(start));
+    return lines;
+}
+
+// Bare is what the finder should give for an armour: its characters without breaks and "=".
+std::string Bare(const std::string& armour) {
+    std::string bare;
+    std::copy_if(armour.begin(), armour.end(), std::back_inserter(bare),
+                 [](char c) { return c != '\r' && c != '\n' && c != '='; });
+    return bare;
+}
+
+// Rewrapped breaks an armour's characters into lines of width, as a mail program may.
+std::string Rewrapped(const std::string& armour, std::size_t width) {
+    std::string joined = armour;
+    std::erase(joined, '\r');
+    std::erase(joined, '\n');
+    std::string wrapped;
+    for (std::size_t at = 0; at < joined.size(); at += width) {
+        wrapped += (at == 0 ? "" : "\n") + joined.substr(at, width);
+    }
+    return wrapped;
+}
+
+std::string Quoted(const std::string& text, const std::string& mark) {
+    std::string quoted;
+    for (const std::string& line : SplitLines(text)) {
+        quoted += mark + line + "\n";
+    }
+    return quoted;
+}
+
+const std::string kFirst = Armour("first message, long enough to make a few lines of armour");
+const std::string kSecond = Armour("second");
+
+struct MailCase {
+    const char* name;
+    std::function<std::string()> mail;
+    std::vector<std::string> expected; // the armours the finder must give, in order
+    std::size_t firstLine;             // of the first block found
+};
+
+class ArmourInMail : public ::testing::TestWithParam<MailCase> {};
+
+TEST_P(ArmourInMail, FindsEveryEncryptedTextAndNothingElse) {
+    const std::vector<ArmourBlock> blocks = FindArmourBlocks(GetParam().mail());
+    ASSERT_EQ(blocks.size(), GetParam().expected.size());
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+        EXPECT_EQ(blocks[i].base64, Bare(GetParam().expected[i])) << i;
+    }
+    if (!blocks.empty()) {
+        EXPECT_EQ(blocks[0].firstLine, GetParam().firstLine);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Mails, ArmourInMail,
+    ::testing::Values(MailCase{"AloneWithCrLf", [] { return kFirst; }, {kFirst}, 1},
+                      MailCase{"InProseWithSignature",
+                               [] {
+                                   return "Hello Anna,\n\nhere is the note, as promised:\n\n" +
+                                          Rewrapped(kFirst, 76) +
+                                          "\n\nTalk soon.\n-- \nBob Miller\nPhone +49 30 1234\n";
+                               },
+                               {kFirst},
+                               5},
+                      MailCase{"QuotedAndWrappedAt72",
+                               [] {
+                                   return "On Monday Bob wrote:\n" +
+                                          Quoted(Rewrapped(kFirst, 72), "> ") + "\nThanks!\n";
+                               },
+                               {kFirst},
+                               2},
+                      MailCase{"QuotedTwiceWithoutBlanks",
+                               [] { return "Anna wrote:\n" + Quoted(Rewrapped(kFirst, 64), ">>"); },
+                               {kFirst},
+                               2},
+                      MailCase{"MixedQuoteMarks",
+                               [] { return Quoted(Quoted(Rewrapped(kFirst, 76), "> "), "> "); },
+                               {kFirst},
+                               1},
+                      MailCase{"WordsRightAgainstTheText",
+                               [] { return "Hi\n" + Rewrapped(kFirst, 76) + "\nBob\n"; },
+                               {kFirst},
+                               2},
+                      MailCase{"TwoTexts",
+                               [] {
+                                   return "Old one:\n> " + Rewrapped(kSecond, 76) +
+                                          "\n\nNew one:\n" + Rewrapped(kFirst, 70) + "\n";
+                               },
+                               {kSecond, kFirst},
+                               2},
+                      MailCase{"ProseOnly",
+                               [] {
+                                   return std::string(
+                                       "Meeting\nTomorrow\nat\nnoon\nRoom4\nBring\nthe\nkeys\n");
+                               },
+                               {},
+                               0},
+                      MailCase{"Nothing", [] { return std::string(); }, {}, 0}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(ArmourInMail, FoundTextDecrypts) {
+    const std::string mail = "Bob wrote:\r\n" + Quoted(Rewrapped(kFirst, 60), "> ");
+    const std::vector<ArmourBlock> blocks = FindArmourBlocks(mail);
+    ASSERT_EQ(blocks.size(), 1u);
+    CRijndael cipher;
+    const TextResult result =
+        DecryptText(cipher, MakePassphraseKey("secret").bytes(), blocks[0].base64);
+    ASSERT_EQ(result.status, TextStatus::Ok);
+    EXPECT_NE(std::string(UpToFirstNul(result.text)).find("first message"), std::string::npos);
+}
+
+} // namespace
+} // namespace kelvora
