@@ -1,3 +1,5 @@
+#include "app/DecryptPage.h"
+#include "app/FileTree.h"
 #include "app/PassphraseArea.h"
 #include "app/SharedSecurityPanel.h"
 #include "app/WindowHarness.h"
@@ -103,6 +105,24 @@ private slots:
         for (int slot = 0; slot < kSharedKeySlots; ++slot) {
             QCOMPARE(h.window.Passphrase().SharedSecurity().State().Slot(slot), std::string());
         }
+    }
+
+    void CliContainerUnderThreeKeysOpensInSharedMode() {
+        const QStringList keys{u"eins"_s, u"zwei"_s, u"drei"_s};
+        testing::FileTree tree;
+        tree.Write(u"in/a/note.txt"_s, "shared contents");
+        const QString container = tree.Path(u"in.vexo"_s);
+        const QString cli = RunCliWithKeys(
+            {u"encrypt"_s, u"-q"_s, u"-o"_s, container, tree.Path(u"in"_s)}, keys, QString());
+        QVERIFY2(!cli.startsWith(u"failed"_s), qPrintable(cli));
+        Harness h(kEnglish, "/filed");
+        h.Find<DecryptPage>("FrameDecrypt")->SetContainer(container, tree.Path(u"out"_s));
+        EnterKeys(h, keys);
+        h.Find<LightTab>("TabFileCrypt")->SetActiveTab(FCrypt::kDecryptTab);
+        h.Click("Command5");
+        QCOMPARE(h.messages.ShownIds(), QList<int>{});
+        QCOMPARE(tree.Contents(u"out/in"_s), tree.Contents(u"in"_s));
+        QCOMPARE(h.window.Passphrase().SharedSecurity().State().Slot(0), std::string());
     }
 
     void WindowKeysOpenWhatTheCliMadeAndTheReverse() {
