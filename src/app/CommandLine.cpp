@@ -50,6 +50,7 @@ StartCommand ParseCommandLine(std::string_view commandLine) {
     constexpr std::string_view kDecryptPage = "/filed";
     constexpr std::string_view kEncryptFiles = "/setencrfiles ";
     constexpr std::string_view kDecryptFile = "/setdecrfile ";
+    constexpr std::string_view kTextPage = "/text";
     constexpr std::string_view kUsage = "/?";
 
     StartCommand command;
@@ -71,6 +72,8 @@ StartCommand ParseCommandLine(std::string_view commandLine) {
         command.request = StartRequest::SetDecryptFile;
         command.decryptFile = std::string(file);
         command.decryptOutPath = FolderPart(file);
+    } else if (StartsWithSwitch(commandLine, kTextPage)) {
+        command.request = StartRequest::OpenTextPage;
     } else if (StartsWithSwitch(commandLine, kUsage)) {
         command.request = StartRequest::ShowUsage;
     }

@@ -13,6 +13,7 @@ enum class StartRequest {
     OpenDecryptPage, // "/filed": the files page on its decrypt tab
     SetEncryptFiles, // "/setEncrFiles <list of files> /outputfile <file>"
     SetDecryptFile,  // "/setDecrFile <file>"
+    OpenTextPage,    // "/text": the text page
     ShowUsage,       // "/?"
 };
 

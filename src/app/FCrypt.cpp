@@ -157,6 +157,9 @@ void FCrypt::DispatchCommandLine(const std::vector<std::string>& arguments,
                                     QString::fromStdString(command.decryptOutPath));
         ShowPage(kFilesTab, kDecryptTab);
         break;
+    case StartRequest::OpenTextPage:
+        ShowPage(kTextTab, kEncryptTab);
+        break;
     case StartRequest::ShowUsage:
         m_context.messages.ShowMessage(
             kUsageTextId,

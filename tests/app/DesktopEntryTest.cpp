@@ -71,8 +71,7 @@ struct PageCase {
 const PageCase kPages[] = {
     {"MenuOpensTheFilesPage", "Desktop Entry", StartRequest::OpenEncryptPage},
     {"DecryptActionOpensTheDecryptTab", "Desktop Action decrypt", StartRequest::OpenDecryptPage},
-    // Without a switch the window starts on its text page.
-    {"TextActionOpensTheTextPage", "Desktop Action text", StartRequest::Nothing},
+    {"TextActionOpensTheTextPage", "Desktop Action text", StartRequest::OpenTextPage},
 };
 
 class MenuEntry : public ::testing::TestWithParam<PageCase> {};

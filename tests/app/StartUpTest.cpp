@@ -81,6 +81,7 @@ const CommandCase kCommands[] = {
     {"EncryptPage", "/filee", StartRequest::OpenEncryptPage},
     {"EncryptPageByPrefix", "/fileeXYZ", StartRequest::OpenEncryptPage},
     {"DecryptPageUpperCase", "/FILED", StartRequest::OpenDecryptPage},
+    {"TextPage", "/Text", StartRequest::OpenTextPage},
     {"TooShortForFilee", "/file", StartRequest::Nothing},
     {"EncryptFiles",
      "/SetEncrFiles /home/A.txt \"/a b/c\" /OUTPUTFILE /home/Out.vexo",
