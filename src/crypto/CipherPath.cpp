@@ -1,5 +1,9 @@
 #include "crypto/CipherPath.h"
 
+#if defined(__x86_64__) || defined(__i386__)
+#include <cpuid.h>
+#endif
+
 #include <array>
 #include <cstdlib>
 #include <string>
@@ -26,7 +30,11 @@ bool CpuHasAesNi() {
 // The compiler's check of AVX2 includes the operating system's consent to save YMM state.
 bool CpuHasVaes() {
 #if defined(__x86_64__) || defined(__i386__)
-    return CpuHasAesNi() && __builtin_cpu_supports("avx2") && __builtin_cpu_supports("vaes");
+    // VAES is read from CPUID leaf 7 (ECX bit 9): not every compiler's builtin knows it.
+    constexpr unsigned kVaesBit = 1U << 9;
+    unsigned eax = 0, ebx = 0, ecx = 0, edx = 0;
+    const bool vaes = __get_cpuid_count(7, 0, &eax, &ebx, &ecx, &edx) != 0 && (ecx & kVaesBit) != 0;
+    return CpuHasAesNi() && __builtin_cpu_supports("avx2") && vaes;
 #else
     return false;
 #endif
