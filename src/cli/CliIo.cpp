@@ -1,6 +1,5 @@
 #include "cli/CliIo.h"
 
-#include "cli/Signals.h"
 #include "files/FileIo.h"
 
 #include <cerrno>
@@ -20,8 +19,8 @@ bool IsStandardStream(const std::optional<std::string>& path) {
 }
 
 // Interrupted is true after a stop signal: a read cut short by it is no end of input.
-bool Interrupted(std::string& error) {
-    if (CaughtSignal() != 0) {
+bool Interrupted(const CliContext& context, std::string& error) {
+    if (StopRequested(context)) {
         error = "interrupted";
         return true;
     }
@@ -34,10 +33,10 @@ bool ReadAll(CliContext& context, const std::optional<std::string>& path, std::s
              std::string& error) {
     if (IsStandardStream(path)) {
         data.assign(std::istreambuf_iterator<char>(context.in), std::istreambuf_iterator<char>());
-        return !Interrupted(error);
+        return !Interrupted(context, error);
     }
     std::ifstream file(*path, std::ios::binary);
-    if (Interrupted(error)) {
+    if (Interrupted(context, error)) {
         return false;
     }
     if (!file) {
@@ -47,7 +46,7 @@ bool ReadAll(CliContext& context, const std::optional<std::string>& path, std::s
     std::ostringstream contents;
     contents << file.rdbuf();
     data = std::move(contents).str();
-    return !Interrupted(error);
+    return !Interrupted(context, error);
 }
 
 bool WriteAll(CliContext& context, const std::optional<std::string>& path, std::string_view data,
@@ -71,7 +70,7 @@ bool WriteAll(CliContext& context, const std::optional<std::string>& path, std::
         error = "cannot write " + *path + ": " + std::strerror(file.LastError());
         return false;
     }
-    if (Interrupted(error)) {
+    if (Interrupted(context, error)) {
         return false;
     }
     if (!file.Commit(replace)) {

@@ -3,7 +3,6 @@
 #include "cli/FileCommands.h"
 #include "cli/TextCommands.h"
 #include "cli/ToolCommands.h"
-#include "common/Printable.h"
 #include "common/Version.h"
 #include "crypto/CipherPath.h"
 
@@ -140,22 +139,6 @@ int RunCli(CliContext& context, std::span<const std::string> args) {
                     "unknown command '" + args[0] + "' (see 'kelvora-cli --help')");
     }
     return RunCommand(context, *command, args.subspan(1));
-}
-
-void Note(CliContext& context, std::string_view message) {
-    if (!context.quiet) {
-        context.err << "kelvora-cli: " << message << '\n';
-    }
-}
-
-int Fail(CliContext& context, int status, std::string_view message) {
-    // Messages may quote names from files and containers; they never reach the terminal raw.
-    context.err << "kelvora-cli: " << Printable(message) << '\n';
-    return status;
-}
-
-void Warn(CliContext& context, std::string_view message) {
-    context.err << "kelvora-cli: warning: " << message << '\n';
 }
 
 } // namespace kelvora::cli

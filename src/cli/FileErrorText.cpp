@@ -24,6 +24,11 @@ std::string WhichFile(const FileJobResult& result) {
 
 } // namespace
 
+std::string LeftOutSummary(std::size_t count) {
+    return std::to_string(count) + (count == 1 ? " entry was" : " entries were") +
+           " left out (named above)";
+}
+
 std::string FileErrorMessage(const FileJobResult& result) {
     switch (result.error) {
     case FileError::None:
@@ -44,18 +49,14 @@ std::string FileErrorMessage(const FileJobResult& result) {
         return result.name + ": refused, a name longer than 255 bytes (other copies of Kelvora "
                              "cannot read it, Linux cannot create it)";
     case FileError::UnsafeName:
-        return result.name.empty()
-                   ? "some files were refused: their stored names are unsafe"
-                   : result.name + ": refused, its stored name would leave the output folder "
-                                   "or holds control characters";
+        return result.name + ": refused, its stored name would leave the output folder or holds "
+                             "control characters";
     case FileError::LinkInPath:
         return WithSystemError(result.name + ": refused, a folder on its way is a symbolic link "
                                              "or no folder",
                                result.systemError);
     case FileError::EntriesLeftOut:
-        return std::to_string(result.omitted.size()) +
-               (result.omitted.size() == 1 ? " entry was" : " entries were") +
-               " left out (named above)";
+        return LeftOutSummary(result.omitted.size());
     case FileError::NotRegularFile:
         return result.name + ": refused, not a regular file (a FIFO, socket or device)";
     case FileError::SizeUnknown:

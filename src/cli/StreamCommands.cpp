@@ -118,12 +118,11 @@ int WalkDecrypt(CliContext& context, const WalkRequest& request, const SecretByt
     const Walked walked = RunWalk(context, request, key, restorer, observer);
     observer.ClearProgress();
     for (const DamagedFile& damaged : restorer.Damaged()) {
-        context.err << "kelvora-cli: " << damaged.name << ": chunk " << damaged.chunk
-                    << " is damaged, not restored"
-                    << (damaged.partialPath.empty()
-                            ? std::string()
-                            : "; its intact leading chunks are in " + damaged.partialPath)
-                    << '\n';
+        Fail(context, kExitFailure,
+             damaged.name + ": chunk " + std::to_string(damaged.chunk) + " is damaged, not restored" +
+                 (damaged.partialPath.empty()
+                      ? std::string()
+                      : "; its intact leading chunks are in " + damaged.partialPath));
     }
     // The restorer ends the walk naming the file when one exists already and no option
     // says what to do with it.
@@ -141,11 +140,10 @@ int WalkDecrypt(CliContext& context, const WalkRequest& request, const SecretByt
     }
     bool failed = !restorer.Damaged().empty() || restorer.Refused();
     if (const std::string problem = IndexProblem(walked.outcome); !problem.empty()) {
-        context.err << "kelvora-cli: " << problem << '\n';
-        failed = true;
+        failed = Fail(context, kExitFailure, problem) != kExitSuccess;
     }
     if (restorer.Refused()) {
-        context.err << "kelvora-cli: " << FileErrorMessage(Failure(FileError::UnsafeName)) << '\n';
+        Fail(context, kExitFailure, LeftOutSummary(observer.RefusedCount()));
     }
     return failed ? kExitFailure : kExitSuccess;
 }

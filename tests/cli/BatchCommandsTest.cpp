@@ -1,4 +1,4 @@
-#include "InProcess.h"
+#include "CliRun.h"
 #include "files/FileTestSupport.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@ namespace {
 
 using namespace kelvora::testing;
 
-const std::map<std::string, std::string> kSecret = {{"KELVORA_PASSPHRASE", kPassphrase}};
+const Env kSecret = {{"KELVORA_PASSPHRASE", kPassphrase}};
 
 struct EachCase {
     const char* name;

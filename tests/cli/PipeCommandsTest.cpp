@@ -1,4 +1,4 @@
-#include "InProcess.h"
+#include "CliRun.h"
 #include "files/ContainerFormat.h"
 #include "files/FileTestSupport.h"
 
@@ -9,11 +9,7 @@ namespace {
 
 using namespace kelvora::testing;
 
-const std::map<std::string, std::string> kSecret = {{"KELVORA_PASSPHRASE", kPassphrase}};
-
-std::string Text(const Bytes& bytes) {
-    return std::string(bytes.begin(), bytes.end());
-}
+const Env kSecret = {{"KELVORA_PASSPHRASE", kPassphrase}};
 
 // The first chunk's room beside the stored names "f0", "f1", ...
 constexpr std::size_t kRoom = FirstChunkRoom(2);
@@ -35,7 +31,7 @@ TEST_P(ReadFromAPipe, EqualsReadingTheFile) {
     std::vector<std::string> encrypt = {"encrypt", "-o", scratch / "c.vexo"};
     encrypt.insert(encrypt.end(), inputs.begin(), inputs.end());
     ASSERT_EQ(RunInProcess(encrypt, "", kSecret).status, 0);
-    const std::string container = Text(ReadFile(scratch / "c.vexo"));
+    const std::string container = StringFromBytes(ReadFile(scratch / "c.vexo"));
 
     for (const char* command : {"list", "test"}) {
         const auto fromFile = RunInProcess({command, scratch / "c.vexo"}, "", kSecret);
@@ -59,7 +55,8 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& info) { return info.param.name; });
 
 TEST(PipeCommands, IndexThatDiffersFromTheRecordsIsReported) {
-    const std::string container = Text(BuildContainer({{"a", {'1'}}, {"b", {'2'}}}, {68, 68, 100}));
+    const std::string container =
+        StringFromBytes(BuildContainer({{"a", {'1'}}, {"b", {'2'}}}, {68, 68, 100}));
     const auto result = RunInProcess({"test", "-"}, container, kSecret);
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.out, "");
@@ -117,7 +114,7 @@ TEST_P(EncryptFromAPipe, EqualsEncryptingTheFile) {
     const auto fromFile = RunInProcess({"encrypt", "-o", "-", scratch / "f0"}, "", kSecret);
     ASSERT_EQ(fromFile.status, 0) << fromFile.err;
     const auto fromPipe =
-        RunInProcess({"encrypt", "--name", "f0", "-o", "-", "-"}, Text(data), kSecret);
+        RunInProcess({"encrypt", "--name", "f0", "-o", "-", "-"}, StringFromBytes(data), kSecret);
     ASSERT_EQ(fromPipe.status, 0) << fromPipe.err;
     ASSERT_EQ(fromPipe.out.size(), fromFile.out.size());
     EXPECT_NE(fromPipe.out, fromFile.out);
@@ -129,7 +126,7 @@ TEST_P(EncryptFromAPipe, EqualsEncryptingTheFile) {
     EXPECT_EQ(indexOf(fromPipe.out), indexOf(fromFile.out));
     WriteFile(scratch / "c.vexo", BytesFromString(fromPipe.out));
     EXPECT_EQ(RunInProcess({"decrypt", "-o", "-", scratch / "c.vexo"}, "", kSecret).out,
-              Text(data));
+              StringFromBytes(data));
     EXPECT_EQ(RunInProcess({"test", scratch / "c.vexo"}, "", kSecret).out, "OK\n");
 }
 
@@ -147,7 +144,7 @@ TEST(PipeCommands, StreamedContainerEqualsTheWrittenOneButForTheSalts) {
     ASSERT_EQ(streamed.status, 0) << streamed.err;
     ASSERT_EQ(
         RunInProcess({"encrypt", "-o", scratch / "c.vexo", scratch / "in"}, "", kSecret).status, 0);
-    const std::string written = Text(ReadFile(scratch / "c.vexo"));
+    const std::string written = StringFromBytes(ReadFile(scratch / "c.vexo"));
     ASSERT_EQ(streamed.out.size(), written.size());
     EXPECT_EQ(RunInProcess({"list", "-"}, streamed.out, kSecret).out,
               RunInProcess({"list", scratch / "c.vexo"}, "", kSecret).out);
