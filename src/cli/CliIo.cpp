@@ -1,5 +1,6 @@
 #include "cli/CliIo.h"
 
+#include "cli/FileErrorText.h"
 #include "files/FileIo.h"
 
 #include <cerrno>
@@ -40,7 +41,7 @@ bool ReadAll(CliContext& context, const std::optional<std::string>& path, std::s
         return false;
     }
     if (!file) {
-        error = "cannot read " + *path + ": " + std::strerror(errno);
+        error = FileFailure(FileError::ReadFailed, *path, errno);
         return false;
     }
     std::ostringstream contents;
@@ -55,26 +56,26 @@ bool WriteAll(CliContext& context, const std::optional<std::string>& path, std::
         context.out.write(data.data(), static_cast<std::streamsize>(data.size()));
         context.out.flush();
         if (!context.out) {
-            error = "cannot write to standard output";
+            error = FileFailure(FileError::WriteFailed, "standard output", 0);
             return false;
         }
         return true;
     }
     if (!replace && PathExists(*path)) {
-        error = *path + " exists already (use --force to replace it)";
+        error = FileErrorMessage(Failure(FileError::OutputExists, 0, 0, *path));
         return false;
     }
     TempOutputFile file;
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(data.data());
     if (!file.Create(*path) || !file.Write(std::span(bytes, data.size()))) {
-        error = "cannot write " + *path + ": " + std::strerror(file.LastError());
+        error = FileFailure(FileError::WriteFailed, *path, file.LastError());
         return false;
     }
     if (Interrupted(context, error)) {
         return false;
     }
     if (!file.Commit(replace)) {
-        error = "cannot write " + *path + ": " + std::strerror(file.LastError());
+        error = FileFailure(FileError::WriteFailed, *path, file.LastError());
         return false;
     }
     return true;

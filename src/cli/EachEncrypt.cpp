@@ -44,7 +44,7 @@ int EncryptEach(CliContext& context, const ParsedArgs& args, const std::vector<I
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
     }
-    FileJobAnswers answers = EncryptAnswers(context, args.Has(kForceOption.longName));
+    FileJobAnswers answers = EncryptAnswers(context, args.Has(kForceName));
     answers.doneVerb = nullptr; // each container is named when it is made
     CliFileObserver observer(context, answers);
     SystemRandom random;

@@ -24,6 +24,15 @@ std::string WhichFile(const FileJobResult& result) {
 
 } // namespace
 
+std::string ExistsAlready(const std::string& name, std::string_view options) {
+    return name + " exists already" +
+           (options.empty() ? std::string() : " (use " + std::string(options) + ")");
+}
+
+std::string FileFailure(FileError error, const std::string& path, int systemError) {
+    return FileErrorMessage(Failure(error, 0, 0, path, systemError));
+}
+
 std::string LeftOutSummary(std::size_t count) {
     return std::to_string(count) + (count == 1 ? " entry was" : " entries were") +
            " left out (named above)";
@@ -39,9 +48,9 @@ std::string FileErrorMessage(const FileJobResult& result) {
         if (result.name.empty()) {
             return std::to_string(result.omitted.size()) +
                    (result.omitted.size() == 1 ? " file exists" : " files exist") +
-                   " already (use --overwrite, --skip-existing or --rename); nothing was written";
+                   " already (use " + std::string(kExistingFileOptions) + "); nothing was written";
         }
-        return result.name + " exists already (use --force to replace it)";
+        return ExistsAlready(result.name, kForceToReplace);
     case FileError::OutputIsInput:
         return result.name + ": refused, the container would be one of the inputs or lie in a "
                              "folder being encrypted";

@@ -119,7 +119,8 @@ int WalkDecrypt(CliContext& context, const WalkRequest& request, const SecretByt
     observer.ClearProgress();
     for (const DamagedFile& damaged : restorer.Damaged()) {
         Fail(context, kExitFailure,
-             damaged.name + ": chunk " + std::to_string(damaged.chunk) + " is damaged, not restored" +
+             damaged.name + ": chunk " + std::to_string(damaged.chunk) +
+                 " is damaged, not restored" +
                  (damaged.partialPath.empty()
                       ? std::string()
                       : "; its intact leading chunks are in " + damaged.partialPath));
@@ -128,8 +129,7 @@ int WalkDecrypt(CliContext& context, const WalkRequest& request, const SecretByt
     // says what to do with it.
     if (const FileJobResult& result = walked.outcome.result;
         result.error == FileError::Cancelled && !result.name.empty()) {
-        return Fail(context, kExitFailure,
-                    result.name + " exists already (use --overwrite, --skip-existing or --rename)");
+        return Fail(context, kExitFailure, ExistsAlready(result.name, kExistingFileOptions));
     }
     if (!walked.outcome.result.ok()) {
         return WalkFailed(context, observer, walked.outcome.result, request);

@@ -22,7 +22,20 @@ TEST(UnixManners, HelpCommandEqualsTheCommandsOwnHelp) {
         EXPECT_EQ(viaHelp.status, 0) << name;
         EXPECT_EQ(viaHelp.out, viaOption.out) << name;
         EXPECT_TRUE(viaHelp.out.starts_with("Usage: kelvora-cli " + name)) << viaHelp.out;
-        EXPECT_NE(viaHelp.out.find("--verbose"), std::string::npos) << name;
+        // Made from the table: every option, the passphrase paragraph where one is taken,
+        // and no line wider than a terminal.
+        for (const cli::OptionSpec& option : cli::OptionsOf(*command)) {
+            EXPECT_NE(viaHelp.out.find("--" + std::string(option.longName) + " "),
+                      std::string::npos)
+                << name << " --" << option.longName;
+        }
+        EXPECT_EQ(viaHelp.out.find("The passphrase comes from") != std::string::npos,
+                  command->passphrase != cli::PassphraseUse::None)
+            << name;
+        std::istringstream lines(viaHelp.out);
+        for (std::string line; std::getline(lines, line);) {
+            EXPECT_LT(line.size(), 80u) << line;
+        }
     }
     const auto overview = RunInProcess({"--help"});
     EXPECT_EQ(overview.status, 0);
