@@ -32,7 +32,9 @@ void PrintOverview(std::ostream& stream) {
                << command->summary << '\n';
     }
     stream << "\nRun 'kelvora-cli help COMMAND' (or 'COMMAND --help') for a command's options.\n"
-              "'-' names standard input or output wherever a file is named.\n"
+              "Run 'kelvora-cli --version' for the version and the cipher path in use.\n"
+              "'-' names standard input or output wherever a file is named. On a terminal the\n"
+              "file commands show their progress on standard error.\n"
               "Exit status: 0 success, 1 the job failed, 2 usage error, 128 + N after signal N\n"
               "(130 for Ctrl-C).\n";
 }
