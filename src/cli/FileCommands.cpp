@@ -186,9 +186,9 @@ std::optional<ExistingFileAnswer> ExistingFileAnswerOf(const ParsedArgs& args) {
     return given > 1 ? std::nullopt : answer;
 }
 
-// Walked reads a container front to back without its index: from a pipe, for salvage or
-// to write its single file to standard output.
-bool Walked(const ParsedArgs& args) {
+// FromStandardInput is true when the container comes from standard input ("-"): it is then
+// read front to back without its index, as for salvage or a single file to standard output.
+bool FromStandardInput(const ParsedArgs& args) {
     return args.operands.size() == 1 && args.operands[0] == "-";
 }
 
@@ -254,7 +254,7 @@ int RunDecrypt(CliContext& context, const ParsedArgs& args) {
 }
 
 int DecryptOne(CliContext& context, const ParsedArgs& args, const SecretBytes& key) {
-    if (Walked(args) || args.Has(kOutputName) || args.Has(kKeepGoingOption.longName)) {
+    if (FromStandardInput(args) || args.Has(kOutputName) || args.Has(kKeepGoingOption.longName)) {
         return WalkDecrypt(context, WalkRequestFor(args), key);
     }
     FileJobAnswers answers;
@@ -279,7 +279,7 @@ int RunList(CliContext& context, const ParsedArgs& args) {
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
     }
-    if (Walked(args)) {
+    if (FromStandardInput(args)) {
         return WalkList(context, WalkRequestFor(args), secret.key);
     }
     FileJobAnswers answers;
@@ -306,7 +306,7 @@ int RunTest(CliContext& context, const ParsedArgs& args) {
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
     }
-    if (Walked(args)) {
+    if (FromStandardInput(args)) {
         return WalkTest(context, WalkRequestFor(args), secret.key);
     }
     const bool json = args.Has(kListJsonOption.longName);

@@ -44,10 +44,9 @@ std::string ShownContainer(const std::string& container) {
 int WalkFailed(CliContext& context, CliFileObserver& observer, FileJobResult result,
                const WalkRequest& request) {
     observer.ClearProgress();
-    if (result.error == FileError::ReadFailed && result.name.empty()) {
-        result.name = ShownContainer(request.container);
-    }
-    if (result.error == FileError::NoUsableContent && result.name.empty()) {
+    const bool aboutTheContainer =
+        result.error == FileError::ReadFailed || result.error == FileError::NoUsableContent;
+    if (aboutTheContainer && result.name.empty()) {
         result.name = ShownContainer(request.container);
     }
     if (request.json) {
@@ -72,22 +71,22 @@ std::string IndexProblem(const WalkOutcome& outcome) {
     return {};
 }
 
-// Walk runs a walk over the request's container with the given handler.
-struct Walked {
+// WalkRun is how a walk over a container ended, and whether the container opened at all.
+struct WalkRun {
     WalkOutcome outcome;
     bool opened = true;
 };
 
-Walked RunWalk(CliContext& context, const WalkRequest& request, const SecretBytes& key,
-               RecordWalkHandler& handler, CliFileObserver& observer) {
+WalkRun RunWalk(CliContext& context, const WalkRequest& request, const SecretBytes& key,
+                RecordWalkHandler& handler, CliFileObserver& observer) {
     OpenedInput input;
     if (!OpenInput(context, request.container, input)) {
-        Walked failed{WalkOutcome{Failure(FileError::ReadFailed, 0, 0, request.container, errno)},
-                      false};
+        WalkRun failed{WalkOutcome{Failure(FileError::ReadFailed, 0, 0, request.container, errno)},
+                       false};
         return failed;
     }
     observer.OnJobStarted(0, input.size);
-    return Walked{WalkRecords(*input.source, key, handler, observer, request.keepGoing), true};
+    return WalkRun{WalkRecords(*input.source, key, handler, observer, request.keepGoing), true};
 }
 
 } // namespace
@@ -101,7 +100,7 @@ int WalkDecrypt(CliContext& context, const WalkRequest& request, const SecretByt
     if (request.toStandardOutput) {
         OstreamSink out(context.out);
         WalkLister single(out, observer, true);
-        const Walked walked = RunWalk(context, request, key, single, observer);
+        const WalkRun walked = RunWalk(context, request, key, single, observer);
         context.out.flush();
         if (single.MoreThanOneFile()) {
             return Fail(context, kExitFailure,
@@ -115,7 +114,7 @@ int WalkDecrypt(CliContext& context, const WalkRequest& request, const SecretByt
         return problem.empty() ? kExitSuccess : Fail(context, kExitFailure, problem);
     }
     WalkRestorer restorer(request.folder, observer, request.keepPartial);
-    const Walked walked = RunWalk(context, request, key, restorer, observer);
+    const WalkRun walked = RunWalk(context, request, key, restorer, observer);
     observer.ClearProgress();
     for (const DamagedFile& damaged : restorer.Damaged()) {
         Fail(context, kExitFailure,
@@ -162,7 +161,7 @@ int WalkListOrTest(CliContext& context, const WalkRequest& request, const Secret
     WalkLister lister(nowhere, observer, false);
     WalkRequest strict = request;
     strict.keepGoing = false;
-    const Walked walked = RunWalk(context, strict, key, lister, observer);
+    const WalkRun walked = RunWalk(context, strict, key, lister, observer);
     if (!walked.outcome.result.ok()) {
         return WalkFailed(context, observer, walked.outcome.result, request);
     }

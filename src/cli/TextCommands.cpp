@@ -89,7 +89,7 @@ struct ChosenArmour {
     std::string error;
 };
 
-std::string Lines(const ArmourBlock& block) {
+std::string LineSpan(const ArmourBlock& block) {
     return block.firstLine == block.lastLine
                ? "line " + std::to_string(block.firstLine)
                : "lines " + std::to_string(block.firstLine) + "-" + std::to_string(block.lastLine);
@@ -120,7 +120,7 @@ ChosenArmour ChooseArmour(CliContext& context, const ParsedArgs& args, const std
     if (blocks.size() > 1 && !wanted) {
         std::string where;
         for (std::size_t i = 0; i < blocks.size(); ++i) {
-            where += (i == 0 ? "" : ", ") + std::to_string(i + 1) + ": " + Lines(blocks[i]);
+            where += (i == 0 ? "" : ", ") + std::to_string(i + 1) + ": " + LineSpan(blocks[i]);
         }
         return ChosenArmour{{},
                             kExitFailure,
@@ -129,7 +129,7 @@ ChosenArmour ChooseArmour(CliContext& context, const ParsedArgs& args, const std
     }
     const ArmourBlock& block = blocks[chosen - 1];
     if (context.verbose) {
-        Note(context, "decrypting the encrypted text of " + Lines(block));
+        Note(context, "decrypting the encrypted text of " + LineSpan(block));
     }
     return ChosenArmour{block.base64, kExitSuccess, {}};
 }
