@@ -13,6 +13,21 @@ namespace kelvora::testing {
 
 using Env = std::map<std::string, std::string>;
 
+// Texts several tests use: "Hi" in English under the passphrase "secret", made by the
+// format's hand-built fixture; characters Windows-1252 lacks.
+inline constexpr const char* kHiUnderSecret =
+    "HlsrjuX5+MdfLK9r2m8rDRV1R85+uTQsF/KUu7a3bQdYxA7YvWeS1fPaUB1dyehhplkyAivsbBvp\n"
+    "MUWQUIOkOH5svjcgVxzm9yqPRt8bDmySz988vGwqMQzxJL1tm+OYvK6useHP8Dezt6+U82aNFiJT\n"
+    "oHftgoQRQpXw43rOzBo=\n";
+inline const std::string kAlpha = "\xCE\xB1";                 // α
+inline const std::string kGreek = "\xCE\xB1\xCE\xB2\xCE\xB3"; // αβγ
+inline const std::string kEmoji = "\xF0\x9F\x94\x91";
+
+// Passphrase is an environment that gives passphrase.
+inline std::map<std::string, std::string> Passphrase(const std::string& passphrase) {
+    return {{"KELVORA_PASSPHRASE", passphrase}};
+}
+
 struct CliResult {
     int status = -1; // exit status, or -1 when a process did not exit normally
     std::string out;

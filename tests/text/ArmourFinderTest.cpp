@@ -128,16 +128,5 @@ INSTANTIATE_TEST_SUITE_P(
         MailCase{"Nothing", [] { return std::string(); }, {}, 0}),
     [](const auto& info) { return info.param.name; });
 
-TEST(ArmourInMail, FoundTextDecrypts) {
-    const std::string mail = "Bob wrote:\r\n" + Quoted(Rewrapped(kFirst, 60), "> ");
-    const std::vector<ArmourBlock> blocks = FindArmourBlocks(mail);
-    ASSERT_EQ(blocks.size(), 1u);
-    CRijndael cipher;
-    const TextResult result =
-        DecryptText(cipher, MakePassphraseKey("secret").bytes(), blocks[0].base64);
-    ASSERT_EQ(result.status, TextStatus::Ok);
-    EXPECT_NE(std::string(UpToFirstNul(result.text)).find("first message"), std::string::npos);
-}
-
 } // namespace
 } // namespace kelvora
