@@ -74,8 +74,7 @@ int EncryptEach(CliContext& context, const ParsedArgs& args, const std::vector<I
         const FileJobResult result = EncryptFiles(request, observer);
         observer.ClearProgress();
         if (!result.ok()) {
-            Fail(context, kExitFailure, FileErrorMessage(result));
-            status = kExitFailure;
+            status = JobFailed(context, observer, result);
             if (result.error == FileError::Cancelled) {
                 break;
             }

@@ -78,20 +78,6 @@ constexpr std::array kTestOptions = {kTestJsonOption};
 
 constexpr OperandRule kOneContainer{1, 1, "name the container to read"};
 
-int JobFailed(CliContext& context, CliFileObserver& observer, const FileJobResult& result) {
-    observer.ClearProgress();
-    return Fail(context, kExitFailure, FileErrorMessage(result));
-}
-
-// JsonFailed reports a failed job as JobFailed does and, for --json, also on standard output.
-int JsonFailed(CliContext& context, CliFileObserver& observer, const FileJobResult& result,
-               bool json) {
-    if (json) {
-        context.out << FailureJson(result);
-    }
-    return JobFailed(context, observer, result);
-}
-
 // ListedPath gives a folder operand as an absolute, normal path, so that its stored names
 // start with the folder's own name even for "." or "../x".
 std::string ListedPath(const std::string& operand) {
@@ -289,7 +275,7 @@ int RunList(CliContext& context, const ParsedArgs& args) {
     const FileJobResult result =
         ListContainer(DecryptRequest{args.operands[0], {}, &secret.key}, entries, observer);
     if (!result.ok()) {
-        return JsonFailed(context, observer, result, args.Has(kListJsonOption.longName));
+        return JobFailed(context, observer, result, args.Has(kListJsonOption.longName));
     }
     if (args.Has(kListJsonOption.longName)) {
         context.out << ListJson(entries);
@@ -319,7 +305,7 @@ int RunTest(CliContext& context, const ParsedArgs& args) {
     const FileJobResult result =
         TestContainer(DecryptRequest{args.operands[0], {}, &secret.key}, observer);
     if (!result.ok()) {
-        return JsonFailed(context, observer, result, json);
+        return JobFailed(context, observer, result, json);
     }
     observer.ClearProgress();
     context.out << (json ? TestJson(checked) : "OK\n");

@@ -1,6 +1,7 @@
 #include "cli/FileProgress.h"
 
 #include "cli/FileErrorText.h"
+#include "cli/JsonReport.h"
 #include "common/Printable.h"
 
 #include <cstdio>
@@ -38,6 +39,15 @@ std::string ProgressLine(std::int64_t done, std::int64_t total, double seconds) 
         line += text;
     }
     return line;
+}
+
+int JobFailed(CliContext& context, CliFileObserver& observer, const FileJobResult& result,
+              bool json) {
+    observer.ClearProgress();
+    if (json) {
+        context.out << FailureJson(result);
+    }
+    return Fail(context, kExitFailure, FileErrorMessage(result));
 }
 
 FileJobAnswers EncryptAnswers(const CliContext& context, bool force) {

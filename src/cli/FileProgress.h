@@ -67,6 +67,11 @@ private:
     std::chrono::steady_clock::time_point m_lastDraw;
 };
 
+// JobFailed clears the progress line and writes the failed job's error line (with json, its
+// JSON on standard output too); it returns the exit status.
+int JobFailed(CliContext& context, CliFileObserver& observer, const FileJobResult& result,
+              bool json = false);
+
 // ProgressLine formats the progress text: bytes done of total, speed in MB/s and the time
 // left ("1.5 GB of 2.0 GB  48.2 MB/s  0:10 left"); without a total (a pipe), the bytes
 // done and the speed.

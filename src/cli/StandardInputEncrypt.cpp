@@ -66,7 +66,7 @@ int EncryptStandardInput(CliContext& context, const ParsedArgs& args) {
         result.name = *output == "-" ? "standard output" : *output;
     }
     observer.ClearProgress();
-    return result.ok() ? kExitSuccess : Fail(context, kExitFailure, FileErrorMessage(result));
+    return result.ok() ? kExitSuccess : JobFailed(context, observer, result);
 }
 
 } // namespace kelvora::cli

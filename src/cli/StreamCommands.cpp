@@ -43,16 +43,12 @@ std::string ShownContainer(const std::string& container) {
 // WalkFailed reports what stopped a walk; the container stands for an unnamed read failure.
 int WalkFailed(CliContext& context, CliFileObserver& observer, FileJobResult result,
                const WalkRequest& request) {
-    observer.ClearProgress();
     const bool aboutTheContainer =
         result.error == FileError::ReadFailed || result.error == FileError::NoUsableContent;
     if (aboutTheContainer && result.name.empty()) {
         result.name = ShownContainer(request.container);
     }
-    if (request.json) {
-        context.out << FailureJson(result);
-    }
-    return Fail(context, kExitFailure, FileErrorMessage(result));
+    return JobFailed(context, observer, result, request.json);
 }
 
 // IndexProblem says what is wrong with the index behind the records, or nothing.
