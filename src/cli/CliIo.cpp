@@ -67,15 +67,19 @@ bool WriteAll(CliContext& context, const std::optional<std::string>& path, std::
     }
     TempOutputFile file;
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(data.data());
-    if (!file.Create(*path) || !file.Write(std::span(bytes, data.size()))) {
-        error = FileFailure(FileError::WriteFailed, *path, file.LastError());
+    Result<void, Errno> written = file.Create(*path);
+    if (written) {
+        written = file.Write(std::span(bytes, data.size()));
+    }
+    if (!written) {
+        error = FileFailure(FileError::WriteFailed, *path, written.error());
         return false;
     }
     if (Interrupted(context, error)) {
         return false;
     }
-    if (!file.Commit(replace)) {
-        error = FileFailure(FileError::WriteFailed, *path, file.LastError());
+    if (auto committed = file.Commit(replace); !committed) {
+        error = FileFailure(FileError::WriteFailed, *path, committed.error());
         return false;
     }
     return true;

@@ -6,12 +6,12 @@
 
 namespace kelvora {
 
-// Failure carries an error into a Result; make one with Fail(error).
-template <class E> struct Failure { E error; };
+// ErrorOf carries an error into a Result; make one with Fail(error).
+template <class E> struct ErrorOf { E error; };
 
 // Fail wraps an error so that it converts to any Result with that error type.
-template <class E> Failure<E> Fail(E error) {
-    return Failure<E>{std::move(error)};
+template <class E> ErrorOf<E> Fail(E error) {
+    return ErrorOf<E>{std::move(error)};
 }
 
 // Result holds either the value of a call that worked or the error of one that did not.
@@ -20,7 +20,7 @@ template <class E> Failure<E> Fail(E error) {
 template <class T, class E> class [[nodiscard]] Result {
 public:
     Result(T value) : m_state(std::in_place_index<0>, std::move(value)) {}
-    Result(Failure<E> failure) : m_state(std::in_place_index<1>, std::move(failure.error)) {}
+    Result(ErrorOf<E> failure) : m_state(std::in_place_index<1>, std::move(failure.error)) {}
 
     bool has_value() const { return m_state.index() == 0; }
     explicit operator bool() const { return has_value(); }
@@ -46,7 +46,7 @@ private:
 template <class E> class [[nodiscard]] Result<void, E> {
 public:
     Result() = default;
-    Result(Failure<E> failure) : m_error(std::move(failure.error)) {}
+    Result(ErrorOf<E> failure) : m_error(std::move(failure.error)) {}
 
     bool has_value() const { return !m_error.has_value(); }
     explicit operator bool() const { return has_value(); }
