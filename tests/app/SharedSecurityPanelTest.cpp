@@ -1,7 +1,7 @@
 #include "app/SharedSecurityPanel.h"
 
 #include "app/RecordingMessageService.h"
-#include "i18n/Catalogue.h"
+#include "app/WindowTestTools.h"
 #include "i18n/LocaliseForm.h"
 
 #include <QApplication>
@@ -43,11 +43,7 @@ struct Harness {
     }
 
     template <typename Widget = QWidget> Widget* Find(const QString& name) {
-        auto* widget = window.findChild<Widget*>(name);
-        if (widget == nullptr) {
-            qFatal("no control named %s", qPrintable(name));
-        }
-        return widget;
+        return testing::FindControl<Widget>(&window, name);
     }
     void Click(const QString& name) { QTest::mouseClick(Find(name), Qt::LeftButton); }
     void Type(const QString& text) {

@@ -1,6 +1,13 @@
 #include "i18n/LocaliseForm.h"
 
-#include "i18n/Catalogue.h"
+#include "about/FrmAbout.h"
+#include "app/FCrypt.h"
+#include "app/RecordingMessageService.h"
+#include "app/WindowTestTools.h"
+#include "common/FixedRandom.h"
+#include "i18n/TextIds.h"
+#include "mail/frmEmail.h"
+#include "tools/FrmTast.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -13,14 +20,15 @@
 #include <QtTest>
 #include <array>
 #include <memory>
+#include <set>
+
+using namespace Qt::StringLiterals;
 
 namespace kelvora {
 
 namespace {
 
-QString Catalogue(int languageOffset, int germanId) {
-    return QString::fromStdString(GetText(languageOffset, germanId));
-}
+using testing::Catalogue;
 
 // ShownText reads what a control shows, whatever its kind.
 QString ShownText(const QWidget* widget) {
@@ -68,6 +76,7 @@ private slots:
     void OnlyTheFirstAmpersandOfTheTitleGoes();
     void MissingIdLeavesTheControlUnchanged();
     void FlagOfTheLanguageIsMarked();
+    void RealWindowsShowTheTextsOfTheirMarks();
 };
 
 void LocaliseFormTest::SwitchingLanguagesRestoresEveryCaption() {
@@ -126,6 +135,40 @@ void LocaliseFormTest::FlagOfTheLanguageIsMarked() {
             QCOMPARE(flag->frameShape(), marked ? QFrame::Box : QFrame::NoFrame);
             QCOMPARE(flag->property("BorderStyle").toInt(), marked ? 1 : 0);
         }
+    }
+}
+
+// Every marked control of the real windows shows its mark's text in each language, and every
+// mark names a text of the named-text header, which the catalogue test checks in every language.
+void LocaliseFormTest::RealWindowsShowTheTextsOfTheirMarks() {
+    testing::RecordingMessageService messages;
+    testing::FixedRandom random;
+    QLineEdit passphrase;
+    const std::set<int> named(kNamedTextIds.begin(), kNamedTextIds.end());
+    for (const int language : {kGerman, kEnglish, kSpanish, kFrench}) {
+        FCrypt main(messages, random, language);
+        main.Load(std::string(), u"kelvora"_s);
+        frmEmail mail(messages, language);
+        FrmTast keyboard(passphrase, language, 0x04070407);
+        std::vector<QWidget*> windows{&main, &mail, &keyboard};
+        std::vector<std::unique_ptr<FrmAbout>> about;
+        for (const double draw : {0.0, 0.5, 1.0}) { // one draw for each panel
+            windows.push_back(about.emplace_back(new FrmAbout(messages, language, draw)).get());
+        }
+        int marks = 0;
+        for (QWidget* window : windows) {
+            for (QWidget* control : window->findChildren<QWidget*>()) {
+                const QString mark = control->property("Tag").toString();
+                if (!mark.startsWith(u'#')) {
+                    continue;
+                }
+                const int id = mark.mid(1).toInt();
+                QVERIFY2(named.contains(id), qPrintable(mark));
+                QCOMPARE(ShownText(control), Catalogue(language, id));
+                ++marks;
+            }
+        }
+        QVERIFY2(marks > 40, qPrintable(QString::number(marks)));
     }
 }
 

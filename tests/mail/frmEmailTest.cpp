@@ -1,8 +1,8 @@
 #include "mail/frmEmail.h"
 
 #include "app/RecordingMessageService.h"
+#include "app/WindowTestTools.h"
 #include "common/Version.h"
-#include "i18n/Catalogue.h"
 #include "mail/LoopbackHttpServer.h"
 
 #include <QAccessible>
@@ -17,9 +17,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-QString Catalogue(int languageOffset, int germanId) {
-    return QString::fromStdString(GetText(languageOffset, germanId));
-}
+using testing::Catalogue;
 
 // The body the fields of Harness::Fill make: only letters and digits pass, a blank is "+",
 // ü, ö and ß are their Windows-1252 codes, line breaks are CR LF.
@@ -47,11 +45,7 @@ struct Harness {
     ~Harness() { delete window; }
 
     template <typename Widget = QWidget> Widget* Find(const char* name) {
-        auto* widget = window->findChild<Widget*>(QString::fromLatin1(name));
-        if (widget == nullptr) {
-            qFatal("no control named %s", name);
-        }
-        return widget;
+        return testing::FindControl<Widget>(window.data(), QString::fromLatin1(name));
     }
     void Fill(const QString& sender = QStringLiteral("anna@example.org"),
               const QString& recipient = QStringLiteral("bo.ek@example.net")) {
@@ -94,7 +88,7 @@ private slots:
     void InvalidAddressSendsNothing_data();
     void InvalidAddressSendsNothing();
     void RefusesWhatCannotBeSent();
-    void LabelledInEveryLanguage();
+    void BoxesAreNamedByTheirCaptions();
 };
 
 void frmEmailTest::PostsTheFormByteForByte() {
@@ -247,21 +241,11 @@ void frmEmailTest::RefusesWhatCannotBeSent() {
     QCOMPARE(server.Requests().size(), 1);
 }
 
-void frmEmailTest::LabelledInEveryLanguage() {
-    const std::pair<const char*, int> labels[] = {
-        {"lblsenderName", 395}, {"Label1", 396},  {"Label3", 397},   {"LblMsg", 398},
-        {"lblWarn", 399},       {"cmdSend", 400}, {"cmdCancel", 150}};
-    for (const int language : {kGerman, kEnglish, kSpanish, kFrench}) {
+// The captions are marks (checked with every window's marks); screen readers name each box by
+// the caption in front of it.
+void frmEmailTest::BoxesAreNamedByTheirCaptions() {
+    for (const int language : {kGerman, kFrench}) {
         Harness h(ClosedPort(), language);
-        QCOMPARE(h.window->windowTitle(), Catalogue(language, 394));
-        for (const auto& [name, id] : labels) {
-            QWidget* control = h.Find(name);
-            const QString shown = qobject_cast<QLabel*>(control)
-                                      ? qobject_cast<QLabel*>(control)->text()
-                                      : qobject_cast<QPushButton*>(control)->text();
-            QCOMPARE(shown, Catalogue(language, id));
-        }
-        // Screen readers name each box by the label in front of it.
         for (const auto& [box, id] :
              {std::pair{"TxtSender", 395}, std::pair{"TextMsg", 398}, std::pair{"TxtCrypt", 557}}) {
             QCOMPARE(QAccessible::queryAccessibleInterface(h.Find(box))->text(QAccessible::Name),

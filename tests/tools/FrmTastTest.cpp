@@ -1,6 +1,7 @@
 #include "tools/FrmTast.h"
 
-#include "i18n/Catalogue.h"
+#include "app/WindowTestTools.h"
+#include "i18n/TextIds.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -9,6 +10,8 @@
 
 namespace kelvora {
 namespace {
+
+using testing::Catalogue;
 
 constexpr std::uint32_t kGermanLayout = 0x04070407;
 constexpr std::uint32_t kEnglishLayout = 0x04090409;
@@ -28,11 +31,7 @@ struct Harness {
     ~Harness() { delete keyboard; }
 
     template <typename Widget = QPushButton> Widget* Find(const QString& name) {
-        auto* widget = keyboard->findChild<Widget*>(name);
-        if (widget == nullptr) {
-            qFatal("no control named %s", qPrintable(name));
-        }
-        return widget;
+        return testing::FindControl<Widget>(keyboard, name);
     }
     QPushButton* Key(int index) { return Find(QStringLiteral("cmdNr_%1").arg(index)); }
     void Press(int index) { QTest::mouseClick(Key(index), Qt::LeftButton); }
@@ -64,26 +63,13 @@ void FrmTastTest::TypesByLayoutAndShift_data() {
     QTest::addColumn<bool>("shifted");
     QTest::addColumn<int>("index");
     QTest::addColumn<QString>("typed");
+    // What each key types is the key handler's table; these rows prove that the window
+    // passes on its layout, its shift state and the pressed key.
     QTest::newRow("German a") << uint(kGermanLayout) << false << 19 << u"a"_qs;
     QTest::newRow("German Z shifted") << uint(kGermanLayout) << true << 44 << u"Z"_qs;
     QTest::newRow("English y on Z place") << uint(kEnglishLayout) << false << 44 << u"y"_qs;
-    QTest::newRow("German ö") << uint(kGermanLayout) << false << 47 << u"ö"_qs;
-    QTest::newRow("German Ü shifted") << uint(kGermanLayout) << true << 48 << u"Ü"_qs;
-    QTest::newRow("German ä") << uint(kGermanLayout) << false << 49 << u"ä"_qs;
-    QTest::newRow("Spanish ñ") << uint(kSpanishLayout) << false << 47 << u"ñ"_qs;
     QTest::newRow("Spanish Ç shifted") << uint(kSpanishLayout) << true << 52 << u"Ç"_qs;
-    QTest::newRow("English colon") << uint(kEnglishLayout) << true << 47 << u":"_qs;
-    QTest::newRow("Spanish ¡") << uint(kSpanishLayout) << false << 53 << u"¡"_qs;
-    QTest::newRow("German zero types ñ") << uint(kGermanLayout) << false << 0 << u"ñ"_qs;
-    QTest::newRow("German zero shifted Ñ") << uint(kGermanLayout) << true << 0 << u"Ñ"_qs;
-    QTest::newRow("English zero types ö") << uint(kEnglishLayout) << false << 0 << u"ö"_qs;
-    QTest::newRow("Spanish zero shifted Ö") << uint(kSpanishLayout) << true << 0 << u"Ö"_qs;
     QTest::newRow("German && types two") << uint(kGermanLayout) << false << 59 << u"&&"_qs;
-    QTest::newRow("English & types one") << uint(kEnglishLayout) << false << 60 << u"&"_qs;
-    QTest::newRow("English quote is @") << uint(kEnglishLayout) << false << 56 << u"@"_qs;
-    QTest::newRow("space bar") << uint(kSpanishLayout) << true << 18 << u" "_qs;
-    QTest::newRow("digit") << uint(kGermanLayout) << true << 3 << u"3"_qs;
-    QTest::newRow("ß") << uint(kGermanLayout) << false << 65 << u"ß"_qs;
 }
 
 void FrmTastTest::TypesByLayoutAndShift() {
@@ -182,20 +168,15 @@ void FrmTastTest::SizeSwitchDoublesAndHalvesOnce() {
 }
 
 void FrmTastTest::CaptionTipsAndNamesByLanguage() {
-    const int languages[] = {kGerman, kEnglish, kSpanish, kFrench};
-    for (const int language : languages) {
-        Harness h(kGermanLayout, language);
-        QCOMPARE(h.keyboard->windowTitle(), QString::fromStdString(GetText(language, 169)));
-        QCOMPARE(h.Key(kSpaceKey)->text(), QString::fromStdString(GetText(language, 129)));
-        QCOMPARE(h.Key(13)->text(), QString::fromStdString(GetText(language, 130)));
-        QCOMPARE(h.Key(kBackspaceKey)->accessibleName(),
-                 QString::fromStdString(GetText(language, 550)));
-        QCOMPARE(h.Key(kShiftKey)->toolTip(), u"Groß-/Kleinschreibung"_qs);
-        QCOMPARE(h.Key(kSpaceKey)->toolTip(), u"Leertaste betätigen"_qs);
-    }
     Harness h(kGermanLayout, kFrench);
+    QCOMPARE(h.Key(kBackspaceKey)->accessibleName(), Catalogue(kFrench, kRemoveLastKeyName));
+    QCOMPARE(h.Key(kShiftKey)->toolTip(), u"Groß-/Kleinschreibung"_qs);
+    QCOMPARE(h.Key(kSpaceKey)->toolTip(), u"Leertaste betätigen"_qs);
     h.keyboard->SetLanguage(kSpanish);
-    QCOMPARE(h.keyboard->windowTitle(), QString::fromStdString(GetText(kSpanish, 169)));
+    QCOMPARE(h.keyboard->windowTitle(), Catalogue(kSpanish, kScreenKeyboardTitle));
+    QCOMPARE(h.Key(kSpaceKey)->text(), Catalogue(kSpanish, kSpaceKeyText));
+    QCOMPARE(h.Key(13)->text(), Catalogue(kSpanish, kTabKeyText));
+    QCOMPARE(h.Key(kBackspaceKey)->accessibleName(), Catalogue(kSpanish, kRemoveLastKeyName));
     QCOMPARE(h.Key(0)->accessibleName(), u"ñ"_qs);
     QCOMPARE(h.Key(59)->accessibleName(), u"&&"_qs);
 }
