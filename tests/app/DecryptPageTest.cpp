@@ -45,13 +45,6 @@ class DecryptPageTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void FieldsAreNamedByTheirCaptions() {
-        Harness h(kGerman, "/filed");
-        QCOMPARE(h.Find<QLabel>("LblDecrFile")->buddy(), h.Find("TxtDecrFile"));
-        QCOMPARE(h.Find<QLabel>("LblDecrOutPath")->buddy(), h.Find("TxtDecrOutPath"));
-        QCOMPARE(h.Find<DecryptPage>("FrameDecrypt")->FirstField(), h.Find("TxtDecrFile"));
-    }
-
     void BrowsingForTheContainerProposesItsFolder() {
         Harness h(kSpanish, "/filed");
         h.messages.openAnswers << QStringList{u"/data/a b/box.vexo"_s};
