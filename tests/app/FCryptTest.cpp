@@ -1,11 +1,9 @@
-#include "about/FrmAbout.h"
 #include "app/EncryptPage.h"
 #include "app/FileTree.h"
 #include "app/InputListBox.h"
 #include "app/WindowHarness.h"
 #include "app/WorkingPanel.h"
-#include "mail/frmEmail.h"
-#include "tools/FrmTast.h"
+#include "i18n/TextIds.h"
 
 #include <QAccessible>
 #include <QDropEvent>
@@ -225,20 +223,17 @@ private slots:
         const QString first = tree.Write(u"a b/c.txt"_s, "c");
         const QString second = tree.Write(u"d.txt"_s, "d");
         const QString output = tree.Path(u"x y/out.vexo"_s);
-        testing::RecordingMessageService messages;
-        testing::FixedRandom random;
-        FCrypt window(messages, random, kFrench);
-        window.show();
-        window.Load({"/SetEncrFiles", first.toStdString(), second.toStdString(), "/OUTPUTFILE",
-                     output.toStdString()},
-                    u"kelvora"_s);
-        auto* list = window.findChild<InputListBox*>(u"LstCryptFiles"_s);
+        Harness h(kFrench);
+        h.window.Load({"/SetEncrFiles", first.toStdString(), second.toStdString(), "/OUTPUTFILE",
+                       output.toStdString()},
+                      u"kelvora"_s);
+        auto* list = h.Find<InputListBox>("LstCryptFiles");
         QCOMPARE(list->count(), 2);
         QCOMPARE(list->item(0)->text(), first);
         QCOMPARE(list->item(1)->text(), second);
-        QCOMPARE(window.findChild<QLineEdit*>(u"TxtEncrFileName"_s)->text(), output);
-        QVERIFY(window.findChild<QWidget*>(u"Command4"_s)->isVisible());
-        QVERIFY(messages.shown.isEmpty());
+        QCOMPARE(h.Find<QLineEdit>("TxtEncrFileName")->text(), output);
+        QCOMPARE(h.Page(), QString::fromLatin1(kFilesPage));
+        QVERIFY(h.messages.shown.isEmpty());
     }
 
     // A file manager opening files with the program passes their paths alone.
@@ -324,15 +319,6 @@ private slots:
         }
     }
 
-    void NoStarShowsBeforeTheFirstRating() {
-        testing::RecordingMessageService messages;
-        testing::FixedRandom random;
-        FCrypt window(messages, random, kEnglish);
-        for (const char* star : {"Stern_1", "Stern_5"}) {
-            QVERIFY(window.findChild<QWidget*>(QString::fromLatin1(star))->isHidden());
-        }
-    }
-
     void ControlBoxMinimisesOnItsLeftAndClosesElsewhere() {
         Harness h;
         auto* box = h.Find("IControlBx");
@@ -344,48 +330,78 @@ private slots:
         QVERIFY(!h.window.isVisible());
     }
 
-    void ScreenKeyboardTypesIntoThePassphraseOnly() {
-        Harness h(kGerman);
-        h.Fill(u"text"_s, u"pw"_s);
-        QCOMPARE(h.Find<QAbstractButton>("cmdTast")->text(), Catalogue(kGerman, 156));
-        h.Click("cmdTast");
-        auto* keyboard = h.window.findChild<FrmTast*>(u"FrmTast"_s);
-        QVERIFY(keyboard != nullptr && keyboard->isVisible());
-        QCOMPARE(keyboard->windowTitle(), Catalogue(kGerman, 169));
-        QTest::mouseClick(keyboard->findChild<QWidget*>(u"cmdNr_19"_s), Qt::LeftButton);
-        QTest::mouseClick(keyboard->findChild<QWidget*>(u"cmdNr_18"_s), Qt::LeftButton);
-        QCOMPARE(h.Passphrase(), u"pwa "_s);
-        QCOMPARE(h.Results(), u"text"_s);
-        h.Click("cmdTast");
-        QCOMPARE(h.window.findChildren<FrmTast*>().size(), 1);
-        QTest::mouseClick(MainFlag(h.window, u"ImageES"_s), Qt::LeftButton);
-        QCOMPARE(keyboard->windowTitle(), Catalogue(kSpanish, 169));
-        keyboard->close();
-        QTRY_COMPARE(h.window.findChildren<FrmTast*>().size(), 0);
+    void SideWindowsFollowTheMainWindow_data() {
+        for (const char* column : {"button", "name"}) {
+            QTest::addColumn<QString>(column);
+        }
+        QTest::addColumn<int>("buttonText");
+        QTest::addColumn<int>("title");
+        QTest::newRow("screen keyboard")
+            << u"cmdTast"_s << u"FrmTast"_s << kScreenKeyboardButtonText << kScreenKeyboardTitle;
+        QTest::newRow("mail") << u"cmdMail"_s << u"frmEmail"_s << kSendByMailText << kMailTitle;
+        QTest::newRow("welcome") << u"cmdAbout"_s << u"FrmAbout"_s << kAboutButtonText
+                                 << kWelcomeTitle;
     }
 
+    // A side window opens once however often its button is clicked, speaks the main window's
+    // language as its flags change, and goes with the main window.
+    void SideWindowsFollowTheMainWindow() {
+        QFETCH(QString, button);
+        QFETCH(QString, name);
+        QFETCH(int, buttonText);
+        QFETCH(int, title);
+        Harness h(kGerman);
+        h.Fill(u"text"_s, u"pw"_s);
+        h.Click("Command1"); // the mail window needs an encrypted text
+        const QByteArray command = button.toLatin1();
+        QCOMPARE(h.Find<QAbstractButton>(command.constData())->text(),
+                 Catalogue(kGerman, buttonText));
+        h.Click(command.constData());
+        QWidget* side = testing::FindControl(&h.window, name);
+        QVERIFY(side->isVisible());
+        QCOMPARE(side->windowTitle(), Catalogue(kGerman, title));
+        QTest::mouseClick(MainFlag(h.window, u"ImageES"_s), Qt::LeftButton);
+        QCOMPARE(side->windowTitle(), Catalogue(kSpanish, title));
+        h.Click(command.constData());
+        QCOMPARE(h.window.findChildren<QWidget*>(name).size(), 1);
+        side->close();
+        QTRY_COMPARE(h.window.findChildren<QWidget*>(name).size(), 0);
+        h.Click(command.constData());
+        side = testing::FindControl(&h.window, name);
+        QVERIFY(side->isVisible());
+        h.window.close();
+        QVERIFY(!side->isVisible());
+    }
+
+    void ScreenKeyboardTypesIntoThePassphraseOnly() {
+        Harness h;
+        h.Fill(u"text"_s, u"pw"_s);
+        h.Click("cmdTast");
+        auto* keyboard = testing::FindControl(&h.window, u"FrmTast"_s);
+        QTest::mouseClick(testing::FindControl(keyboard, u"cmdNr_19"_s), Qt::LeftButton);
+        QTest::mouseClick(testing::FindControl(keyboard, u"cmdNr_18"_s), Qt::LeftButton);
+        QCOMPARE(h.Passphrase(), u"pwa "_s);
+        QCOMPARE(h.Results(), u"text"_s);
+    }
+
+    // The mail window gets the encrypted text while the box shows it, again on each click,
+    // keeping what was typed into it.
     void CmdMailHandsOverTheEncryptedText() {
-        Harness h(kEnglish);
-        h.Find<LightTab>("TabStr")->SetActiveTab(FCrypt::kTextTab);
-        QVERIFY(h.Find("cmdMail")->isVisible());
+        Harness h(kEnglish, "/text");
         QVERIFY(!h.Find("cmdMail")->isEnabled());
         h.Fill(u"meet at noon"_s, u"pw"_s);
         h.Click("Command1");
         const QString encrypted = h.Results();
-        QVERIFY(h.Find("cmdMail")->isEnabled());
         h.Click("cmdMail");
-        auto* mail = h.window.findChild<frmEmail*>(u"frmEmail"_s);
-        QVERIFY(mail != nullptr && mail->isVisible());
-        QCOMPARE(mail->windowTitle(), Catalogue(kEnglish, 394));
-        QCOMPARE(mail->findChild<QPlainTextEdit*>(u"TxtCrypt"_s)->toPlainText(), encrypted);
-        QTest::mouseClick(MainFlag(h.window, u"ImageES"_s), Qt::LeftButton);
-        QCOMPARE(mail->windowTitle(), Catalogue(kSpanish, 394));
-        QCOMPARE(mail->findChild<QLabel*>(u"lblWarn"_s)->text(), Catalogue(kSpanish, 399));
-        mail->findChild<QLineEdit*>(u"TxtSender"_s)->setText(u"Ann"_s);
-        h.Click("cmdMail"); // the open window gets the text again and keeps its fields
-        QCOMPARE(h.window.findChildren<frmEmail*>().size(), 1);
-        QCOMPARE(mail->findChild<QLineEdit*>(u"TxtSender"_s)->text(), u"Ann"_s);
-        mail->close();
+        auto* mail = testing::FindControl(&h.window, u"frmEmail"_s);
+        QCOMPARE(testing::FindControl<QPlainTextEdit>(mail, u"TxtCrypt"_s)->toPlainText(),
+                 encrypted);
+        testing::FindControl<QLineEdit>(mail, u"TxtSender"_s)->setText(u"Ann"_s);
+        testing::FindControl<QPlainTextEdit>(mail, u"TxtCrypt"_s)->clear();
+        h.Click("cmdMail");
+        QCOMPARE(testing::FindControl<QPlainTextEdit>(mail, u"TxtCrypt"_s)->toPlainText(),
+                 encrypted);
+        QCOMPARE(testing::FindControl<QLineEdit>(mail, u"TxtSender"_s)->text(), u"Ann"_s);
         // Once the box shows anything else, there is nothing to send.
         h.Find<QPlainTextEdit>("txtResults")->setPlainText(u"meet at noon"_s);
         QVERIFY(!h.Find("cmdMail")->isEnabled());
@@ -393,41 +409,13 @@ private slots:
         QVERIFY(h.Find("cmdMail")->isEnabled());
     }
 
-    void CmdAboutOpensTheWelcomeWindow() {
+    void WelcomeWindowFlagsChooseTheMainWindowsLanguage() {
         Harness h(kEnglish);
-        QCOMPARE(h.Find<QAbstractButton>("cmdAbout")->text(), Catalogue(kEnglish, 554));
         h.Click("cmdAbout");
-        auto* about = h.window.findChild<FrmAbout*>(u"FrmAbout"_s);
-        QVERIFY(about != nullptr && about->isVisible());
-        QCOMPARE(about->windowTitle(), Catalogue(kEnglish, 200));
-        QTest::mouseClick(about->findChild<QWidget*>(u"ImageFR"_s), Qt::LeftButton);
+        auto* about = testing::FindControl(&h.window, u"FrmAbout"_s);
+        QTest::mouseClick(testing::FindControl(about, u"ImageFR"_s), Qt::LeftButton);
         QCOMPARE(h.window.LanguageOffset(), kFrench);
         QCOMPARE(h.Find<QAbstractButton>("Command2")->text(), Catalogue(kFrench, 162));
-        QTest::mouseClick(MainFlag(h.window, u"ImageDE"_s), Qt::LeftButton);
-        QCOMPARE(about->findChild<QLabel*>(u"LblDescription"_s)->text(), Catalogue(kGerman, 560));
-        h.Click("cmdAbout");
-        QCOMPARE(h.window.findChildren<FrmAbout*>().size(), 1);
-        QTest::mouseClick(about->findChild<QWidget*>(u"Command1"_s), Qt::LeftButton);
-        QTRY_COMPARE(h.window.findChildren<FrmAbout*>().size(), 0);
-    }
-
-    void ClosingTheMainWindowClosesTheSideWindows() {
-        Harness h(kEnglish);
-        h.Fill(u"text"_s, u"pw"_s);
-        h.Click("Command1");
-        h.Click("cmdTast");
-        h.Click("cmdMail");
-        h.Click("cmdAbout");
-        const QList<QWidget*> sides{h.window.findChild<FrmTast*>(u"FrmTast"_s),
-                                    h.window.findChild<frmEmail*>(u"frmEmail"_s),
-                                    h.window.findChild<FrmAbout*>(u"FrmAbout"_s)};
-        for (QWidget* side : sides) {
-            QVERIFY(side != nullptr && side->isVisible());
-        }
-        h.window.close();
-        for (QWidget* side : sides) {
-            QVERIFY2(!side->isVisible(), qPrintable(side->objectName()));
-        }
     }
 };
 

@@ -17,6 +17,7 @@ private slots:
     // the stars, the lamps and the sentence in the window's language.
     void RatingShowsTheCoresVerdict() {
         Harness h(kSpanish);
+        QCOMPARE(h.Rating().left(5), u"00000"_s); // no star before the first rating
         for (const char* passphrase :
              {"", "abc", "abcde", "abcdefghijkl", "Aa1!~abcdefghijklmnop"}) {
             h.Fill({}, u"something else first"_s);

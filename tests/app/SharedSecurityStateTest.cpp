@@ -1,8 +1,9 @@
 #include "app/SharedSecurityState.h"
 
+#include "common/Hex.h"
+
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <sstream>
 
 namespace kelvora {
 namespace {
@@ -117,22 +118,14 @@ INSTANTIATE_TEST_SUITE_P(Table, SharedSecurityValidation,
                                            ValidationCase{"Hundred", "1e2", V::RefuseOutOfRange}),
                          [](const auto& info) { return info.param.name; });
 
-std::string Hex(const SecretBytes& key) {
-    std::ostringstream hex;
-    for (const std::uint8_t byte : key.bytes()) {
-        hex << std::hex << (byte >> 4) << (byte & 15);
-    }
-    return hex.str();
-}
-
 TEST(SharedSecurityBuildKey, ThreeKeysGiveTheDigestOfOddKeysThenOfEvenKeys) {
     Session session;
     session.Play({"count:3", "type:a", "scroll:2", "type:b", "scroll:3", "type:c"});
     const SharedKey key = session.state.BuildKey(session.box);
     ASSERT_TRUE(key.ok());
     // MD5("ac") followed by MD5("b"): the box's "c" is stored before the keys are read.
-    EXPECT_EQ(Hex(key.key), "e2075474294983e013ee4dd2201c7a73"
-                            "92eb5ffee6ae2fec3ad71c777531578f");
+    EXPECT_EQ(HexFromBytes(key.key.bytes()), "e2075474294983e013ee4dd2201c7a73"
+                                             "92eb5ffee6ae2fec3ad71c777531578f");
 }
 
 TEST(SharedSecurityBuildKey, NamesTheFirstEmptyKeyOrARefusedCount) {

@@ -7,7 +7,10 @@
 #include "crypto/CRijndael.h"
 #include "crypto/KeyRules.h"
 
+#include <QApplication>
+#include <QRadioButton>
 #include <QScrollBar>
+#include <QToolButton>
 
 namespace kelvora {
 
@@ -52,6 +55,37 @@ struct ShowSpy : QObject {
     }
 };
 
+QString Caption(Harness& h) {
+    return h.Find<QLabel>("lblKeyOf")->text();
+}
+
+// Places shows the ten key places: '#' filled, '.' empty, '-' hidden.
+QString Places(Harness& h) {
+    QString places;
+    for (int i = 0; i < kSharedKeySlots; ++i) {
+        const auto* place =
+            testing::FindControl<KeyPlace>(&h.window, u"SchlusselPlatz_%1"_s.arg(i));
+        places += !place->isVisibleTo(&h.window.Passphrase().SharedSecurity()) ? u'-'
+                  : place->IsFilled()                                          ? u'#'
+                                                                               : u'.';
+    }
+    return places;
+}
+
+// SetCount types count over the key count, as a person would.
+void SetCount(Harness& h, const char* count) {
+    auto* field = h.Find<QLineEdit>("txtKeyNum");
+    field->setFocus();
+    field->selectAll();
+    QTest::keyClicks(field, QString::fromLatin1(count));
+}
+
+// LeaveCount moves the focus from the key count by the keyboard.
+void LeaveCount(Harness& h) {
+    h.Find("LstCryptFiles")->setFocus(Qt::TabFocusReason);
+    QApplication::processEvents();
+}
+
 QString Warnings(Harness& h) {
     auto* label = h.Find<QLabel>("LblPwdWarning");
     return label->isHidden() ? QString() : label->text();
@@ -80,6 +114,86 @@ private slots:
         QCOMPARE(shown(), u"optMults_0 optMults_1 pctSharedSecurity"_s);
     }
 
+    // In shared mode the panel shows with its captions and takes the focus; the single
+    // passphrase hides it and gives the focus back to the box.
+    void PanelShowsAndTakesTheFocusInSharedModeOnly() {
+        Harness h;
+        h.Activate();
+        QVERIFY(!h.Find("pctSharedSecurity")->isVisible());
+        h.Click("optMults_1");
+        QVERIFY(h.Find("pctSharedSecurity")->isVisible());
+        QCOMPARE(QApplication::focusWidget(), h.Find("txtKeyNum"));
+        QCOMPARE(Caption(h), u"1/3"_s);
+        QCOMPARE(h.Find<QToolButton>("lblNextKey_0")->toolTip(), u"Go to next key"_s);
+        QCOMPARE(h.Find<QToolButton>("lblNextKey_1")->toolTip(), u"Go to previous key"_s);
+        h.Click("optMults_0");
+        QVERIFY(!h.Find("pctSharedSecurity")->isVisible());
+        QCOMPARE(QApplication::focusWidget(), h.Find("TxtCode"));
+    }
+
+    // Keys entered at places of the scroll bar are kept apart; the arrows move the caption but
+    // not the scroll bar and wrap at both ends; a mode switch throws every key away.
+    void ScrollBarAndArrowsWalkTheKeys() {
+        Harness h;
+        EnterKeys(h, {u"a"_s, u"b"_s, u"c"_s});
+        QCOMPARE(Caption(h), u"3/3"_s);
+        QCOMPARE(Places(h), u"###-------"_s);
+        h.Find<QScrollBar>("KeyScroll")->setValue(1);
+        QCOMPARE(h.Passphrase(), u"a"_s);
+        h.Click("lblNextKey_1");
+        QCOMPARE(Caption(h), u"3/3"_s);
+        QCOMPARE(h.Passphrase(), u"c"_s);
+        h.Click("lblNextKey_0");
+        h.Click("lblNextKey_0");
+        QCOMPARE(Caption(h), u"2/3"_s);
+        QCOMPARE(h.Passphrase(), u"b"_s);
+        QCOMPARE(h.Find<QScrollBar>("KeyScroll")->value(), 1);
+        h.Click("optMults_0");
+        QCOMPARE(h.Passphrase(), QString());
+        h.Click("optMults_1");
+        QCOMPARE(Places(h), u"...-------"_s);
+    }
+
+    // A count out of range keeps the focus with one message, even when a command is clicked
+    // meanwhile; a count that is not a number reads as 2, a count of 1 means a single passphrase.
+    void CountIsCheckedWhenTheFieldIsLeft() {
+        Harness h;
+        h.Activate();
+        h.Click("optMults_1");
+        SetCount(h, "12");
+        QCOMPARE(Caption(h), u"1/12"_s);
+        LeaveCount(h);
+        QCOMPARE(h.messages.ShownIds(), QList<int>{kKeyCountMessageId});
+        QTRY_COMPARE(QApplication::focusWidget(), h.Find("txtKeyNum"));
+        SharedSecurityPanel& panel = h.window.Passphrase().SharedSecurity();
+        QVERIFY(!panel.BuildKey().has_value());
+        QCOMPARE(h.messages.ShownIds(), QList<int>{kKeyCountMessageId});
+        QVERIFY(!panel.BuildKey().has_value());
+        QCOMPARE(h.messages.ShownIds(), (QList<int>{kKeyCountMessageId, kKeyCountMessageId}));
+        h.messages.shown.clear();
+
+        SetCount(h, "x");
+        QCOMPARE(h.Find<QLineEdit>("txtKeyNum")->text(), u"2"_s);
+        QCOMPARE(Places(h), u"..--------"_s);
+        SetCount(h, "1");
+        LeaveCount(h);
+        QVERIFY(!panel.IsShared());
+        QVERIFY(h.Find<QRadioButton>("optMults_0")->isChecked());
+        QCOMPARE(h.Find<QLineEdit>("txtKeyNum")->text(), u"2"_s);
+        QVERIFY(h.messages.shown.isEmpty());
+    }
+
+    // A made passphrase hides the sixth key place until the count changes.
+    void PassgenHidesTheSixthPlaceUntilTheCountChanges() {
+        Harness h;
+        h.Click("optMults_1");
+        SetCount(h, "7");
+        h.Click("cmdPassgen");
+        QCOMPARE(Places(h), u"#....-.---"_s);
+        SetCount(h, "8");
+        QCOMPARE(Places(h), u"#.......--"_s);
+    }
+
     void NoPanelTextIsClippedInAnyLanguage() {
         for (const int language : {kGerman, kEnglish, kSpanish, kFrench}) {
             Harness h(language);
@@ -103,6 +217,7 @@ private slots:
         for (int slot = 0; slot < kSharedKeySlots; ++slot) {
             QCOMPARE(h.window.Passphrase().SharedSecurity().State().Slot(slot), std::string());
         }
+        QCOMPARE(Places(h), u"...-------"_s);
     }
 
     void CliContainerUnderThreeKeysOpensInSharedMode() {

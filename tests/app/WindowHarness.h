@@ -14,6 +14,7 @@
 #include "text/EncryptedText.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCoreApplication>
 #include <QLabel>
 #include <QLineEdit>
@@ -48,6 +49,14 @@ struct Harness {
     static void Settle() {
         for (int round = 0; round < 8; ++round) {
             QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        }
+    }
+
+    // Activate makes the window the active one, so that the focus can move within it.
+    void Activate() {
+        QApplication::setActiveWindow(&window);
+        if (!QTest::qWaitForWindowActive(&window)) {
+            qFatal("the window did not become active");
         }
     }
 
