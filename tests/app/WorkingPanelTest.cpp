@@ -1,32 +1,40 @@
 #include "app/WorkingPanel.h"
 
 #include "app/CountAnimation.h"
-#include "app/RecordingMessageService.h"
-#include "app/WindowContext.h"
+#include "app/WindowHarness.h"
 #include "app/WorkingLight.h"
-#include "common/FixedRandom.h"
-#include "controls/ProgressBar.h"
-#include "i18n/Catalogue.h"
 
-#include <QLabel>
 #include <QPushButton>
-#include <QTest>
+#include <stdexcept>
 
 namespace kelvora {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-// Panel is a working panel in a window context of its own.
-struct Panel {
+// RecordingHost is a job host with a working panel of its own that notes every change of its
+// busy state and starts and stops the panel as the window does.
+class RecordingHost final : public JobHost {
+public:
+    void SetWorking(bool on) override {
+        m_working = on;
+        changes += on ? u'+' : u'-';
+        on ? panel.Start() : panel.Stop();
+    }
+    bool IsWorking() const override { return m_working; }
+    WorkingPanel& Working() override { return panel; }
+    QString LabelText(const char* name) {
+        return testing::FindControl<QLabel>(&panel, QString::fromLatin1(name))->text();
+    }
+
     testing::RecordingMessageService messages;
     testing::FixedRandom random;
     WindowContext context{messages, random, kFrench};
     WorkingPanel panel{context};
+    QString changes;
 
-    QString LabelText(const char* name) {
-        return panel.findChild<QLabel*>(QString::fromLatin1(name))->text();
-    }
+private:
+    bool m_working = false;
 };
 
 } // namespace
@@ -35,29 +43,58 @@ class WorkingPanelTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void CancelReachesTheJobAndItsLinkedFlagOnlyWhileLinked() {
-        Panel fixture;
-        WorkingPanel& panel = fixture.panel;
-        auto* cancel = panel.findChild<QPushButton*>(QStringLiteral("cmdCancel"));
-        std::atomic<bool> cipherStop{false};
-        panel.Start();
-        panel.LinkCancel(&cipherStop);
-        QVERIFY(!panel.CancelRequested());
-        QTest::mouseClick(cancel, Qt::LeftButton);
-        QVERIFY(panel.CancelRequested());
-        QVERIFY(cipherStop);
+    void JobScopeRestoresTheHostOnEveryWayOut() {
+        RecordingHost host;
+        {
+            const JobScope job(host);
+            QVERIFY(host.IsWorking());
+        }
+        try {
+            const JobScope job(host);
+            throw std::runtime_error("job failed");
+        } catch (const std::runtime_error&) {
+        }
+        QCOMPARE(host.changes, u"+-+-"_s);
+        QVERIFY(!host.IsWorking());
+    }
 
-        panel.Stop();
+    // Cancel reaches the job, and the flag linked to it only within the job's scope.
+    void CancelReachesTheLinkedFlagOnlyWithinTheScope() {
+        RecordingHost host;
+        auto* cancel = testing::FindControl<QPushButton>(&host.panel, u"cmdCancel"_s);
+        std::atomic<bool> cipherStop{false};
+        {
+            JobScope job(host);
+            job.LinkCancel(cipherStop);
+            QCOMPARE(&job.Observer(), &host.panel);
+            QVERIFY(!host.panel.CancelRequested());
+            QTest::mouseClick(cancel, Qt::LeftButton);
+            QVERIFY(host.panel.CancelRequested());
+            QVERIFY(cipherStop);
+        }
         cipherStop = false;
-        panel.Start(); // a new job starts without the old request
-        QVERIFY(!panel.CancelRequested());
+        const JobScope next(host); // a new job starts without the old request
+        QVERIFY(!host.panel.CancelRequested());
         QTest::mouseClick(cancel, Qt::LeftButton);
-        QVERIFY(panel.CancelRequested());
+        QVERIFY(host.panel.CancelRequested());
         QVERIFY(!cipherStop);
     }
 
+    // In the window, a job leaves only the working panel usable, and everything comes back.
+    void WindowIsLockedWhileAJobLasts() {
+        testing::Harness h;
+        {
+            const JobScope job(h.window);
+            QCOMPARE(h.State(), u"working: FrameW / "_s);
+            QVERIFY(h.window.cursor().shape() == Qt::WaitCursor);
+            QVERIFY(h.Find("cmdCancel")->isEnabled());
+        }
+        QCOMPARE(h.State(), u"idle: PictAmpel / Frame_0 FramePwd"_s);
+        QVERIFY(h.window.cursor().shape() != Qt::WaitCursor);
+    }
+
     void ProgressMovesTheChunkBarAndStartResetsBoth() {
-        Panel fixture;
+        RecordingHost fixture;
         WorkingPanel& panel = fixture.panel;
         panel.OnProgressRange(40);
         panel.OnProgress(30);
@@ -72,7 +109,7 @@ private slots:
     }
 
     void AnimationTurnsAndTheLightIsLitWhileWorking() {
-        Panel fixture;
+        RecordingHost fixture;
         WorkingPanel& panel = fixture.panel;
         auto* animation = panel.findChild<CountAnimation*>(QStringLiteral("ImgCount"));
         auto* light = panel.findChild<WorkingLight*>(QStringLiteral("PictArbeitampel"));
@@ -91,7 +128,7 @@ private slots:
     // The file bar counts the files done, the light changes at each quarter of them, and the
     // current file with the speed are written in the window's language.
     void FileJobShowsFilesQuartersAndTheCurrentFile() {
-        Panel fixture;
+        RecordingHost fixture;
         WorkingPanel& panel = fixture.panel;
         auto* light = panel.findChild<WorkingLight*>(QStringLiteral("PictArbeitampel"));
         panel.resize(500, 300);
