@@ -57,13 +57,10 @@ private slots:
         QTest::addColumn<double>("draw");
         QTest::addColumn<int>("headingId");
         QTest::addColumn<QStringList>("links");
-        QTest::newRow("zero") << 0.0 << 562 << QStringList{u"Label2_1"_qs};
-        QTest::newRow("first bound") << kFirstDraw << 562 << QStringList{u"Label2_1"_qs};
-        QTest::newRow("above first")
-            << 0.3300001 << 201 << QStringList{u"Label2_2"_qs, u"Label2_5"_qs};
-        QTest::newRow("second bound")
-            << kSecondDraw << 201 << QStringList{u"Label2_2"_qs, u"Label2_5"_qs};
-        QTest::newRow("above second") << kThirdDraw << 570 << QStringList{u"Label2_3"_qs};
+        // Which draw chooses which panel is the panel rules' table.
+        QTest::newRow("privacy") << kFirstDraw << 562 << QStringList{u"Label2_1"_qs};
+        QTest::newRow("tool") << kSecondDraw << 201 << QStringList{u"Label2_2"_qs, u"Label2_5"_qs};
+        QTest::newRow("partner") << kThirdDraw << 570 << QStringList{u"Label2_3"_qs};
     }
 
     void PanelForFixedDraws() {

@@ -87,6 +87,7 @@ private slots:
         Harness h(languageOffset, commandLine.toStdString());
         QCOMPARE(h.ClippedControls(), QString());
         h.Click("cmdPassgen"); // the longest sentence the rating area shows
+        h.Click("optMults_1"); // the shared-security panel
         QCOMPARE(h.ClippedControls(), QString());
         const JobScope working(h.window); // the working panel
         QCOMPARE(h.ClippedControls(), QString());

@@ -1,12 +1,13 @@
 #pragma once
 
-// FileTree is a scratch folder for window tests that encrypt and decrypt files, with helpers
-// to write generated contents and to read back whole trees for byte-for-byte comparison.
+// FileTree is the tests' temporary folder seen from Qt, with helpers to write generated
+// contents and to read back whole trees for byte-for-byte comparison.
+#include "common/TempFolder.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QMap>
-#include <QTemporaryDir>
 #include <cstdint>
 
 namespace kelvora::testing {
@@ -14,7 +15,8 @@ namespace kelvora::testing {
 class FileTree {
 public:
     QString Path(const QString& relative = {}) const {
-        return relative.isEmpty() ? m_dir.path() : m_dir.filePath(relative);
+        const QString root = QString::fromStdString(m_folder.path().string());
+        return relative.isEmpty() ? root : root + u'/' + relative;
     }
 
     // Write makes the file (and its folders) with the given bytes.
@@ -58,7 +60,7 @@ public:
     }
 
 private:
-    QTemporaryDir m_dir;
+    TempFolder m_folder;
 };
 
 } // namespace kelvora::testing

@@ -4,7 +4,6 @@
 
 #include <QTextBlock>
 #include <QTimer>
-#include <tuple>
 
 namespace kelvora {
 
@@ -22,15 +21,12 @@ private slots:
         Harness h(kFrench);
         const QString text = u"Grüße\nzweite Zeile"_s;
         h.Fill(text, u"correct horse"_s);
-        QVERIFY(!h.Find("cmdMail")->isEnabled());
         h.Click("Command1");
         QCOMPARE(h.messages.ShownIds(), QList<int>{190});
         QCOMPARE(h.messages.shown.first().title, u"Kelvora-Crypt"_s);
         QVERIFY(!h.Results().contains(u"Kelvora"_s));
         QVERIFY(!h.Results().contains(u'\r'));
         QVERIFY(h.Passphrase().isEmpty());
-        QVERIFY(h.Find("cmdMail")->isEnabled());
-        QCOMPARE(h.State(), u"idle: PictAmpel / Frame_0 FramePwd"_s);
 
         h.Fill(h.Results(), u"correct horse"_s);
         h.Click("Command2");
@@ -66,8 +62,8 @@ private slots:
         const QString quotedSecond = u"> "_s + second.trimmed().replace(u'\n', u"\n> "_s);
         const QString mail =
             u"Hello,\n\n"_s + first + u"\nBob wrote:\n"_s + quotedSecond + u"\n-- \nAnna"_s;
-        for (const auto& [cursorLine, expected, shown] :
-             {std::tuple{0, u"one"_s, 1}, std::tuple{4, u"one"_s, 1}, std::tuple{9, u"two"_s, 1}}) {
+        for (const auto& [cursorLine, expected] :
+             {std::pair{0, u"one"_s}, std::pair{4, u"one"_s}, std::pair{9, u"two"_s}}) {
             Harness h;
             h.Fill(mail, passphrase);
             auto* box = h.Find<QPlainTextEdit>("txtResults");
@@ -75,7 +71,7 @@ private slots:
             box->setTextCursor(cursor);
             h.Click("Command2");
             QCOMPARE(h.Results(), BannerOf(kEnglish) + u'\n' + expected);
-            QCOMPARE(h.messages.ShownIds().size(), shown);
+            QCOMPARE(h.messages.ShownIds(), QList<int>{630});
             QCOMPARE(h.messages.shown.first().text,
                      Catalogue(kEnglish, 630).replace(u"%s"_s, u"2"_s));
         }

@@ -1,7 +1,5 @@
 #include "mail/MailForm.h"
 
-#include "common/Version.h"
-
 #include <gtest/gtest.h>
 
 namespace kelvora {
@@ -90,10 +88,6 @@ TEST(MailBody, ATooLongTextFailsTheWholeBody) {
     MailFields fields;
     fields.encryptedText.assign(kMaxMailFieldChars + 1, 'Q');
     EXPECT_EQ(MailBody(fields), std::nullopt);
-}
-
-TEST(MailAgent, ProductNameAndVersion) {
-    EXPECT_EQ(MailAgent(), std::string("Kelvora Mobile ") + kVersionText);
 }
 
 struct AnswerCase {

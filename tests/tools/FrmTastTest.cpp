@@ -16,7 +16,6 @@ using testing::Catalogue;
 constexpr std::uint32_t kGermanLayout = 0x04070407;
 constexpr std::uint32_t kEnglishLayout = 0x04090409;
 constexpr std::uint32_t kSpanishLayout = 0x040A040A;
-constexpr std::uint32_t kSwissLayout = 0x08070807;
 
 // Harness holds a passphrase box and a keyboard that types into it.
 struct Harness {
@@ -55,7 +54,6 @@ private slots:
         QTest::addColumn<QString>("typed");
         // What each key types is the key handler's table; these rows prove that the window
         // passes on its layout, its shift state and the pressed key.
-        QTest::newRow("German a") << uint(kGermanLayout) << false << 19 << u"a"_qs;
         QTest::newRow("German Z shifted") << uint(kGermanLayout) << true << 44 << u"Z"_qs;
         QTest::newRow("English y on Z place") << uint(kEnglishLayout) << false << 44 << u"y"_qs;
         QTest::newRow("Spanish Ç shifted") << uint(kSpanishLayout) << true << 52 << u"Ç"_qs;
@@ -78,14 +76,12 @@ private slots:
 
     void BackspaceRemovesLastAndLeavesEmptyAlone() {
         Harness h(kGermanLayout);
-        h.Press(kBackspaceKey);
-        QCOMPARE(h.txtCode.text(), QString());
         h.txtCode.setText(u"aäb"_qs);
         h.Press(kBackspaceKey);
         QCOMPARE(h.txtCode.text(), u"aä"_qs);
-        h.Press(kBackspaceKey);
-        h.Press(kBackspaceKey);
-        h.Press(kBackspaceKey);
+        for (int press = 0; press < 3; ++press) {
+            h.Press(kBackspaceKey);
+        }
         QCOMPARE(h.txtCode.text(), QString());
     }
 
@@ -116,19 +112,14 @@ private slots:
         QCOMPARE(h.keyboard->findChildren<QPushButton*>().size(), 66);
     }
 
-    void LayoutFromTheKeyboardLocale() {
-        const std::pair<std::uint32_t, const char*> cases[] = {{kGermanLayout, "Ä"},
-                                                               {kEnglishLayout, ";"},
-                                                               {kSpanishLayout, "´"},
-                                                               {kSwissLayout, ";"}};
-        for (const auto& [layout, caption] : cases) {
-            Harness h(layout);
-            QCOMPARE(h.Key(49)->text(), QString::fromUtf8(caption));
-        }
+    // Captions follow the layout (which layout shows what is the captions' table); an ampersand
+    // is doubled to show as one.
+    void CaptionsFollowTheLayout() {
+        Harness spanish(kSpanishLayout);
+        QCOMPARE(spanish.Key(49)->text(), u"´"_qs);
         Harness english(kEnglishLayout);
-        QCOMPARE(english.Key(60)->text().remove(u'&'), QString()); // shown as a single "&"
-        QCOMPARE(english.Key(60)->text(), u"&&"_qs);
         QCOMPARE(english.Key(44)->text(), u"Y"_qs);
+        QCOMPARE(english.Key(60)->text(), u"&&"_qs);
     }
 
     void SizeSwitchDoublesAndHalvesOnce() {
