@@ -52,14 +52,6 @@ class EncryptPageTest : public QObject {
     Q_OBJECT
 
 private slots:
-    // The fields' names for screen readers and the first focus are the main window's test.
-    void StartsOnFilesWithNothingToRemove() {
-        Files h;
-        QCOMPARE(h.Find<QLabel>("LblInputFiles")->buddy(), h.Find("LstCryptFiles"));
-        QVERIFY(h.Find<QRadioButton>("OptFiles")->isChecked());
-        QVERIFY(!h.Find("CmdDelCryptFiles")->isEnabled()); // nothing to remove yet
-    }
-
     // A folder is stored under its own name, a lone file by itself; what is listed already is
     // refused with one message, however many were refused.
     void AddsFoldersAndFilesWithTheirRelativePaths() {
@@ -119,6 +111,9 @@ private slots:
             files << tree.Write(QString::fromLatin1(name), name);
         }
         Files h;
+        QCOMPARE(h.Find<QLabel>("LblInputFiles")->buddy(), h.Find("LstCryptFiles"));
+        QVERIFY(h.Find<QRadioButton>("OptFiles")->isChecked());
+        QVERIFY(!h.Find("CmdDelCryptFiles")->isEnabled()); // nothing to remove yet
         h.AddFiles(files);
         h.List()->item(1)->setSelected(true);
         h.List()->item(3)->setSelected(true);
