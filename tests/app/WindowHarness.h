@@ -7,6 +7,7 @@
 #include "app/RecordingMessageService.h"
 #include "app/WindowTestTools.h"
 #include "app/WorkingPanel.h"
+#include "cli/CliRun.h"
 #include "common/Ansi.h"
 #include "common/FixedRandom.h"
 #include "controls/LightTab.h"
@@ -19,7 +20,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QProcess>
 #include <QTest>
 #include <QTimer>
 
@@ -159,19 +159,17 @@ struct Harness {
     }
 };
 
-// RunCli runs the built kelvora-cli with input on standard input and the passphrase in its
-// environment, as a script would, and gives its output (or how it failed).
+// RunCli runs a kelvora-cli command line in the test with input on standard input and the
+// passphrase in its environment, and gives its output (or how it failed).
 inline QString RunCli(const QStringList& args, const QString& input, const QString& passphrase) {
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"KELVORA_PASSPHRASE"_s, passphrase);
-    process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(KELVORA_CLI_PATH), args);
-    process.write(input.toUtf8());
-    process.closeWriteChannel();
-    const bool ok = process.waitForFinished(30000) && process.exitCode() == 0;
-    return ok ? QString::fromUtf8(process.readAllStandardOutput())
-              : u"failed with status %1"_s.arg(process.exitCode());
+    std::vector<std::string> words;
+    for (const QString& arg : args) {
+        words.push_back(arg.toStdString());
+    }
+    const CliResult result =
+        RunInProcess(words, input.toStdString(), Passphrase(passphrase.toStdString()));
+    return result.status == 0 ? QString::fromStdString(result.out)
+                              : u"failed with status %1"_s.arg(result.status);
 }
 
 } // namespace kelvora::testing
