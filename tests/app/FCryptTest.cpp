@@ -332,16 +332,19 @@ private slots:
     }
 
     void SideWindowsFollowTheMainWindow_data() {
-        for (const char* column : {"button", "name"}) {
+        for (const char* column : {"button", "name", "label"}) {
             QTest::addColumn<QString>(column);
         }
         QTest::addColumn<int>("buttonText");
         QTest::addColumn<int>("title");
+        QTest::addColumn<int>("labelText");
         QTest::newRow("screen keyboard")
-            << u"cmdTast"_s << u"FrmTast"_s << kScreenKeyboardButtonText << kScreenKeyboardTitle;
-        QTest::newRow("mail") << u"cmdMail"_s << u"frmEmail"_s << kSendByMailText << kMailTitle;
-        QTest::newRow("welcome") << u"cmdAbout"_s << u"FrmAbout"_s << kAboutButtonText
-                                 << kWelcomeTitle;
+            << u"cmdTast"_s << u"FrmTast"_s << u"cmdNr_18"_s << kScreenKeyboardButtonText
+            << kScreenKeyboardTitle << kSpaceKeyText;
+        QTest::newRow("mail") << u"cmdMail"_s << u"frmEmail"_s << u"lblWarn"_s << kSendByMailText
+                              << kMailTitle << 399;
+        QTest::newRow("welcome") << u"cmdAbout"_s << u"FrmAbout"_s << u"LblDescription"_s
+                                 << kAboutButtonText << kWelcomeTitle << 560;
     }
 
     // A side window opens once however often its button is clicked, speaks the main window's
@@ -350,7 +353,9 @@ private slots:
         QFETCH(QString, button);
         QFETCH(QString, name);
         QFETCH(int, buttonText);
+        QFETCH(QString, label);
         QFETCH(int, title);
+        QFETCH(int, labelText);
         Harness h(kGerman);
         h.Fill(u"text"_s, u"pw"_s);
         h.Click("Command1"); // the mail window needs an encrypted text
@@ -363,6 +368,8 @@ private slots:
         QCOMPARE(side->windowTitle(), Catalogue(kGerman, title));
         QTest::mouseClick(MainFlag(h.window, u"ImageES"_s), Qt::LeftButton);
         QCOMPARE(side->windowTitle(), Catalogue(kSpanish, title));
+        QCOMPARE(testing::FindControl(side, label)->property("text").toString(),
+                 Catalogue(kSpanish, labelText));
         h.Click(command.constData());
         QCOMPARE(h.window.findChildren<QWidget*>(name).size(), 1);
         side->close();

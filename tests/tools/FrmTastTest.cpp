@@ -119,6 +119,7 @@ private slots:
         QCOMPARE(spanish.Key(49)->text(), u"´"_qs);
         Harness english(kEnglishLayout);
         QCOMPARE(english.Key(44)->text(), u"Y"_qs);
+        QCOMPARE(english.Key(49)->text(), u";"_qs);
         QCOMPARE(english.Key(60)->text(), u"&&"_qs);
     }
 
