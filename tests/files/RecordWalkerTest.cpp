@@ -173,80 +173,34 @@ void Flip(Damaged& d, std::size_t offset) {
     d.container[offset] ^= 0x10;
 }
 
+// CutAt cuts the container before record `record` (5: the index); FlipAt flips a byte at
+// `offset` from the start of record `record`.
+std::function<void(Damaged&)> CutAt(std::size_t record, std::size_t extra = 0) {
+    return [=](Damaged& d) { d.container.resize(d.records[record] + extra); };
+}
+std::function<void(Damaged&)> FlipAt(std::size_t record, std::size_t offset) {
+    return [=](Damaged& d) { Flip(d, d.records[record] + offset); };
+}
+
+using enum IndexCheck;
+const std::vector<std::string> kAll = {"a1", "bg", "c1"};
+const std::vector<std::string> kAroundBg = {"a1", "c1"};
+
 INSTANTIATE_TEST_SUITE_P(
     Cases, Salvage,
     ::testing::Values(
-        DamageCase{"Whole", [](Damaged&) {}, {"a1", "bg", "c1"}, "", 0, 0, IndexCheck::Matches},
-        DamageCase{"IndexLost",
-                   [](Damaged& d) { d.container.resize(d.records[5]); },
-                   {"a1", "bg", "c1"},
-                   "",
-                   0,
-                   0,
-                   IndexCheck::Missing},
-        DamageCase{"IndexFlipped",
-                   [](Damaged& d) { Flip(d, d.records[5]); },
-                   {"a1", "bg", "c1"},
-                   "",
-                   0,
-                   0,
-                   IndexCheck::Differs},
-        DamageCase{"CutAfterBig",
-                   [](Damaged& d) { d.container.resize(d.records[4]); },
-                   {"a1", "bg"},
-                   "",
-                   0,
-                   0,
-                   IndexCheck::Missing},
-        DamageCase{"CutInBig",
-                   [](Damaged& d) { d.container.resize(d.records[3] + 100); },
-                   {"a1"},
-                   "bg",
-                   3,
-                   kRoom + kChunkBytes,
-                   IndexCheck::Missing},
-        DamageCase{"FirstRecordOfAFlipped",
-                   [](Damaged& d) { Flip(d, d.records[0] + 4 + 40); },
-                   {"bg", "c1"},
-                   "",
-                   0,
-                   0,
-                   IndexCheck::Differs},
-        DamageCase{"LengthOfBgFlipped",
-                   [](Damaged& d) { Flip(d, d.records[1]); },
-                   {"a1", "c1"},
-                   "",
-                   0,
-                   0,
-                   IndexCheck::Differs},
-        DamageCase{"FirstRecordOfBigFlipped",
-                   [](Damaged& d) { Flip(d, d.records[1] + 4 + 1000); },
-                   {"a1", "c1"},
-                   "bg",
-                   1,
-                   0,
-                   IndexCheck::Matches},
-        DamageCase{"SecondRecordFlipped",
-                   [](Damaged& d) { Flip(d, d.records[2] + 4 + 5000); },
-                   {"a1", "c1"},
-                   "bg",
-                   2,
-                   kRoom,
-                   IndexCheck::Matches},
-        DamageCase{"LengthOfSecondRecordFlipped",
-                   [](Damaged& d) { Flip(d, d.records[2] + 3); },
-                   {"a1", "c1"},
-                   "bg",
-                   2,
-                   kRoom,
-                   IndexCheck::Differs},
-        DamageCase{"LastRecordOfBigFlipped",
-                   [](Damaged& d) { Flip(d, d.records[3] + 40); },
-                   {"a1", "c1"},
-                   "bg",
-                   3,
-                   kRoom + kChunkBytes,
-                   IndexCheck::Matches}),
+        DamageCase{"Whole", [](Damaged&) {}, kAll, "", 0, 0, Matches},
+        DamageCase{"IndexLost", CutAt(5), kAll, "", 0, 0, Missing},
+        DamageCase{"IndexFlipped", FlipAt(5, 0), kAll, "", 0, 0, Differs},
+        DamageCase{"CutAfterBig", CutAt(4), {"a1", "bg"}, "", 0, 0, Missing},
+        DamageCase{"CutInBig", CutAt(3, 100), {"a1"}, "bg", 3, kRoom + kChunkBytes, Missing},
+        DamageCase{"FirstRecordOfAFlipped", FlipAt(0, 44), {"bg", "c1"}, "", 0, 0, Differs},
+        DamageCase{"LengthOfBgFlipped", FlipAt(1, 0), kAroundBg, "", 0, 0, Differs},
+        DamageCase{"FirstRecordOfBigFlipped", FlipAt(1, 1004), kAroundBg, "bg", 1, 0, Matches},
+        DamageCase{"SecondRecordFlipped", FlipAt(2, 5004), kAroundBg, "bg", 2, kRoom, Matches},
+        DamageCase{"LengthOfSecondRecordFlipped", FlipAt(2, 3), kAroundBg, "bg", 2, kRoom, Differs},
+        DamageCase{"LastRecordOfBigFlipped", FlipAt(3, 40), kAroundBg, "bg", 3, kRoom + kChunkBytes,
+                   Matches}),
     [](const auto& info) { return info.param.name; });
 
 // Cut at every record boundary, with the index lost, the files whose records all came before
