@@ -52,7 +52,7 @@ int EncryptEach(CliContext& context, const ParsedArgs& args, const std::vector<I
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
     }
-    FileJobAnswers answers = EncryptAnswers(context, args.Has(kForceOption.longName));
+    FileJobAnswers answers = EncryptAnswers(context, args.Has(kForceName));
     answers.doneVerb = nullptr; // each container is named when it is made
     CliFileObserver observer(context, answers);
     SystemRandom random;
@@ -82,8 +82,7 @@ int EncryptEach(CliContext& context, const ParsedArgs& args, const std::vector<I
         const FileJobResult result = EncryptFiles(request, observer);
         observer.ClearProgress();
         if (!result.ok()) {
-            Fail(context, kExitFailure, FileErrorMessage(result));
-            status = kExitFailure;
+            status = JobFailed(context, observer, result);
             if (result.error == FileError::Cancelled) {
                 break;
             }

@@ -127,7 +127,7 @@ private slots:
         QCOMPARE(h.Find<QLineEdit>("TxtDecrFile")->text(), decrFile);
         QCOMPARE(h.Find<QLineEdit>("TxtDecrOutPath")->text(), decrOutPath);
         QCOMPARE(h.messages.ShownIds(),
-                 message.isEmpty() ? QList<int>{} : QList<int>{FCrypt::kUsageTextId});
+                 message.isEmpty() ? QList<int>{} : QList<int>{kUsageTextId});
         QCOMPARE(h.messages.shown.value(0).text, message);
     }
 
