@@ -3,6 +3,7 @@
 #include "crypto/KeyRules.h"
 #include "files/ContainerFormat.h"
 #include "files/FileTestSupport.h"
+#include "files/WalkHandlers.h"
 
 #include <algorithm>
 #include <functional>
@@ -276,6 +277,60 @@ TEST(RecordWalk, StopsAtTheFirstDamageWithoutKeepGoing) {
     EXPECT_EQ(outcome.result.chunk, 2);
     EXPECT_EQ(collected.names, (std::vector<std::string>{"a1", "bg"}));
 }
+
+// A salvage from a file walks it once for the names and settles every conflict before the
+// walk that writes: an existing later file stops the run before an earlier one is written,
+// and two files with the same name are asked about as the indexed restore asks.
+struct PlanCase {
+    const char* name;
+    std::vector<StoredFile> files;
+    ExistingFileAnswer answer;
+    std::vector<std::string> written; // below out/, after the run
+    FileError planned;
+};
+
+class PlannedSalvage : public ::testing::TestWithParam<PlanCase> {};
+
+TEST_P(PlannedSalvage, SettlesEveryConflictBeforeWriting) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "out/b.txt", {'o', 'l', 'd'});
+    const Bytes container = BuildContainer(GetParam().files);
+    const SecretBytes key = MakePassphraseKey(kPassphrase);
+    ScriptedObserver observer;
+    WalkNames names;
+    MemorySource first(container, 65536);
+    ASSERT_TRUE(WalkRecords(first, key, names, observer, true).result.ok());
+    observer.existingFile = GetParam().answer;
+    WalkRestorer restorer(scratch / "out", observer, false);
+    EXPECT_EQ(restorer.PlanTargets(names.Names()).error, GetParam().planned);
+    if (GetParam().planned == FileError::None) {
+        MemorySource second(container, 65536);
+        EXPECT_TRUE(WalkRecords(second, key, restorer, observer, true).result.ok());
+    }
+    EXPECT_EQ(FilesBelow(scratch / "out"), GetParam().written);
+    EXPECT_EQ(ReadFile(scratch / "out/b.txt"), BytesFromString("old"));
+}
+
+const std::vector<StoredFile> kAB{{"a.txt", {'a'}}, {"b.txt", {'b'}}};
+const std::vector<StoredFile> kTwice{{"x.txt", {'1'}}, {"x.txt", {'2'}}};
+
+INSTANTIATE_TEST_SUITE_P(Cases, PlannedSalvage,
+                         ::testing::Values(PlanCase{"LaterFileExistsCancel",
+                                                    kAB,
+                                                    ExistingFileAnswer::Cancel,
+                                                    {"b.txt"},
+                                                    FileError::Cancelled},
+                                           PlanCase{"LaterFileExistsSkip",
+                                                    kAB,
+                                                    ExistingFileAnswer::Skip,
+                                                    {"a.txt", "b.txt"},
+                                                    FileError::None},
+                                           PlanCase{"SameNameTwiceRenamed",
+                                                    kTwice,
+                                                    ExistingFileAnswer::Rename,
+                                                    {"b.txt", "x (2).txt", "x.txt"},
+                                                    FileError::None}),
+                         [](const auto& info) { return info.param.name; });
 
 } // namespace
 } // namespace kelvora
