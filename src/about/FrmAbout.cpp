@@ -129,10 +129,7 @@ QWidget* FrmAbout::BuildHeader() {
     auto* row = new QHBoxLayout(header);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(10);
-    auto* logo = new QLabel(header);
-    logo->setObjectName(QStringLiteral("ImgLogo"));
-    logo->setPixmap(LogoPixmap(kLogoSide, devicePixelRatioF()));
-    row->addWidget(logo);
+    row->addWidget(parts::Logo(kLogoSide, header));
     auto* names = new QVBoxLayout;
     names->setSpacing(0);
     auto* product = new QLabel(QStringLiteral("Kelvora"), header);

@@ -62,27 +62,21 @@ DecryptPage::DecryptPage(WindowContext& context, PassphraseArea& passphrase, Job
     : QWidget(parent), m_context(context), m_passphrase(passphrase), m_host(host) {
     setObjectName(QStringLiteral("FrameDecrypt"));
     auto* layout = parts::Column(this, 6);
-    QLabel* fileCaption = parts::Caption(QStringLiteral("LblDecrFile"), kDecryptFileCaption, this);
-    layout->addWidget(fileCaption);
-    auto* fileRow = new QHBoxLayout;
-    m_txtDecrFile = parts::Edit(QStringLiteral("TxtDecrFile"), this, fileCaption);
-    m_cmdBrowseDecrFile =
-        parts::Button(QStringLiteral("CmdBrowseDecrFile"), kBrowseButtonText, this);
-    fileRow->addWidget(m_txtDecrFile, 1);
-    fileRow->addWidget(m_cmdBrowseDecrFile);
-    layout->addLayout(fileRow);
-    layout->addSpacing(8);
-
-    QLabel* folderCaption =
-        parts::Caption(QStringLiteral("LblDecrOutPath"), kOutputFolderCaption, this);
-    layout->addWidget(folderCaption);
-    auto* folderRow = new QHBoxLayout;
-    m_txtDecrOutPath = parts::Edit(QStringLiteral("TxtDecrOutPath"), this, folderCaption);
-    m_cmdBrowseOutPath = parts::Button(QStringLiteral("CmdBrowseOutPath"), kBrowseButtonText, this);
-    folderRow->addWidget(m_txtDecrOutPath, 1);
-    folderRow->addWidget(m_cmdBrowseOutPath);
-    layout->addLayout(folderRow);
-    layout->addSpacing(8);
+    const parts::BrowseField file =
+        parts::Browse(QStringLiteral("LblDecrFile"), kDecryptFileCaption,
+                      QStringLiteral("TxtDecrFile"), QStringLiteral("CmdBrowseDecrFile"), this);
+    m_txtDecrFile = file.edit;
+    m_cmdBrowseDecrFile = file.browse;
+    const parts::BrowseField folder =
+        parts::Browse(QStringLiteral("LblDecrOutPath"), kOutputFolderCaption,
+                      QStringLiteral("TxtDecrOutPath"), QStringLiteral("CmdBrowseOutPath"), this);
+    m_txtDecrOutPath = folder.edit;
+    m_cmdBrowseOutPath = folder.browse;
+    for (const parts::BrowseField& field : {file, folder}) {
+        layout->addWidget(field.caption);
+        layout->addLayout(field.row);
+        layout->addSpacing(8);
+    }
 
     m_lblDecrResult = new QLabel(this);
     m_lblDecrResult->setObjectName(QStringLiteral("LblDecrResult"));

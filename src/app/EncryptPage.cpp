@@ -82,19 +82,16 @@ EncryptPage::EncryptPage(WindowContext& context, PassphraseArea& passphrase, Job
     m_lblListInfo->setProperty("role", QStringLiteral("hint"));
     layout->addWidget(m_lblListInfo);
 
-    QLabel* outputCaption =
-        parts::Caption(QStringLiteral("LblOutputFile"), kOutputFileCaption, this);
-    layout->addWidget(outputCaption);
-    auto* output = new QHBoxLayout;
-    m_txtEncrFileName = parts::Edit(QStringLiteral("TxtEncrFileName"), this, outputCaption);
-    m_cmdBrowseCryptOut =
-        parts::Button(QStringLiteral("CmdBrowseCryptOut"), kBrowseButtonText, this);
+    const parts::BrowseField output =
+        parts::Browse(QStringLiteral("LblOutputFile"), kOutputFileCaption,
+                      QStringLiteral("TxtEncrFileName"), QStringLiteral("CmdBrowseCryptOut"), this);
+    m_txtEncrFileName = output.edit;
+    m_cmdBrowseCryptOut = output.browse;
     m_encryptButton = parts::Button(QStringLiteral("Command4"), kEncryptFilesText, this, true);
-    output->addWidget(m_txtEncrFileName, 1);
-    output->addWidget(m_cmdBrowseCryptOut);
-    output->addSpacing(12);
-    output->addWidget(m_encryptButton);
-    layout->addLayout(output);
+    output.row->addSpacing(12);
+    output.row->addWidget(m_encryptButton);
+    layout->addWidget(output.caption);
+    layout->addLayout(output.row);
 
     connect(m_cmdAdd, &QPushButton::clicked, this, &EncryptPage::OnAddClick);
     connect(m_cmdDel, &QPushButton::clicked, m_lstCryptFiles, &InputListBox::RemoveSelected);

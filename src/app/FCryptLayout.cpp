@@ -97,10 +97,7 @@ QWidget* FCrypt::BuildHeader() {
     auto* row = new QHBoxLayout(header);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(4);
-    auto* logo = new QLabel(header);
-    logo->setObjectName(QStringLiteral("ImgLogo"));
-    logo->setPixmap(LogoPixmap(kLogoSide, devicePixelRatioF()));
-    row->addWidget(logo);
+    row->addWidget(parts::Logo(kLogoSide, header));
     row->addSpacing(8);
     auto* title = new QLabel(QStringLiteral("Kelvora"), header);
     title->setObjectName(QStringLiteral("LblTitle"));

@@ -84,8 +84,9 @@ std::string PassphraseParagraph(PassphraseUse use) {
                              "together with -p), ";
     }
     text += std::string("the environment variable ") + kPassphraseVariable +
-            ", the terminal (asked without echo" + (encrypting ? ", twice" : "") +
-            "). A passphrase or key holding a character outside Windows-1252 is " +
+            ", the terminal (asked without echo" + (encrypting ? ", twice" : "") + "). " +
+            (use == PassphraseUse::Rate ? "A passphrase" : "A passphrase or key") +
+            " holding a character outside Windows-1252 is " +
             (encrypting ? "refused" : "taken with a warning") +
             " (it would become \"?\" in the key); only the first 32 characters of a passphrase "
             "count (a warning says so).";

@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
+#include <spawn.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -12,29 +13,6 @@ extern char** environ;
 
 namespace kelvora::testing {
 namespace {
-
-std::vector<char*> Pointers(std::vector<std::string>& strings) {
-    std::vector<char*> pointers;
-    for (std::string& s : strings) {
-        pointers.push_back(s.data());
-    }
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
-// WaitFor reaps the child, killing it when it outlives the deadline.
-int WaitFor(pid_t pid, std::chrono::steady_clock::time_point deadline) {
-    int wstatus = 0;
-    while (waitpid(pid, &wstatus, WNOHANG) == 0) {
-        if (std::chrono::steady_clock::now() > deadline) {
-            kill(pid, SIGKILL);
-            waitpid(pid, &wstatus, 0);
-            return -1;
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
-    return WIFEXITED(wstatus) ? WEXITSTATUS(wstatus) : -1;
-}
 
 std::string Drain(int fd) {
     std::string text;
@@ -50,43 +28,61 @@ std::string Drain(int fd) {
 
 CliResult RunProcess(const std::vector<std::string>& args, const Env& env, int signal,
                      int afterMs) {
-    std::vector<std::string> argv = {KELVORA_CLI_PATH};
-    argv.insert(argv.end(), args.begin(), args.end());
-    std::vector<std::string> envp;
+    std::vector<std::string> strings = {KELVORA_CLI_PATH};
+    strings.insert(strings.end(), args.begin(), args.end());
+    const std::size_t envStart = strings.size();
     for (char** entry = environ; *entry != nullptr; ++entry) {
         if (std::strncmp(*entry, "KELVORA_PASSPHRASE=", 19) != 0) {
-            envp.emplace_back(*entry);
+            strings.emplace_back(*entry);
         }
     }
     for (const auto& [name, value] : env) {
-        envp.push_back(name + "=" + value);
+        strings.push_back(name + "=" + value);
     }
-    std::vector<char*> argPointers = Pointers(argv);
-    std::vector<char*> envPointers = Pointers(envp);
+    std::vector<char*> pointers;
+    for (std::string& s : strings) {
+        pointers.push_back(s.data());
+    }
+    pointers.insert(pointers.begin() + static_cast<std::ptrdiff_t>(envStart), nullptr);
+    pointers.push_back(nullptr);
     int out[2], err[2];
     if (pipe2(out, O_CLOEXEC) != 0 || pipe2(err, O_CLOEXEC) != 0) {
         return {};
     }
-    const pid_t pid = fork();
-    if (pid == 0) {
-        setsid();
-        const int nothing = open("/dev/null", O_RDONLY);
-        dup2(nothing, STDIN_FILENO);
-        dup2(out[1], STDOUT_FILENO);
-        dup2(err[1], STDERR_FILENO);
-        execve(argPointers[0], argPointers.data(), envPointers.data());
-        _exit(127);
-    }
+    // A session of its own has no terminal; standard input is empty.
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_adddup2(&actions, out[1], STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, err[1], STDERR_FILENO);
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
+    pid_t pid = 0;
+    const int spawned = posix_spawn(&pid, pointers[0], &actions, &attributes, pointers.data(),
+                                    pointers.data() + envStart + 1);
+    posix_spawn_file_actions_destroy(&actions);
+    posix_spawnattr_destroy(&attributes);
     close(out[1]);
     close(err[1]);
-    const auto start = std::chrono::steady_clock::now();
+    if (spawned != 0) {
+        return {-1, Drain(out[0]), Drain(err[0])};
+    }
     if (signal != 0) {
         std::this_thread::sleep_for(std::chrono::milliseconds(afterMs));
         kill(pid, signal);
     }
-    // The tests' processes write little: the pipes hold it all until the process ends.
-    const int status = WaitFor(pid, start + std::chrono::milliseconds(afterMs + 5000));
-    return CliResult{status, Drain(out[0]), Drain(err[0])};
+    // A process still running 5 seconds later is killed. The tests' processes write little:
+    // the pipes hold it all until the process ends.
+    int wstatus = 0;
+    for (int waited = 0; waitpid(pid, &wstatus, WNOHANG) == 0; waited += 10) {
+        if (waited > 5000) {
+            kill(pid, SIGKILL);
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    const int status = WIFEXITED(wstatus) ? WEXITSTATUS(wstatus) : -1;
+    return {status, Drain(out[0]), Drain(err[0])};
 }
 
 } // namespace kelvora::testing
