@@ -29,7 +29,7 @@ inline std::string CipherPathTestName(const ::testing::TestParamInfo<CipherPath>
 
 #define INSTANTIATE_CIPHER_PATHS(suite)                                                            \
     INSTANTIATE_TEST_SUITE_P(                                                                      \
-        , suite, ::testing::Values(CipherPath::Portable, CipherPath::AesNi, CipherPath::Vaes),       \
+        , suite, ::testing::Values(CipherPath::Portable, CipherPath::AesNi, CipherPath::Vaes),     \
         CipherPathTestName)
 
 } // namespace kelvora
