@@ -33,13 +33,13 @@ test: build
 # The core and command-line tests once more, built with AddressSanitizer and
 # UndefinedBehaviorSanitizer.
 sanitize-test: deps
-	cmake -S . -B $(SANITIZE_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKELVORA_SANITIZE=ON -DKELVORA_BUILD_GUI=OFF $(CMAKE_FLAGS)
+	cmake -S . -B $(SANITIZE_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKELVORA_SANITIZE=address,undefined -DKELVORA_BUILD_GUI=OFF $(CMAKE_FLAGS)
 	cmake --build $(SANITIZE_DIR) -j $(JOBS)
 	cd $(SANITIZE_DIR) && ctest --output-on-failure -j $(JOBS)
 
 # Every fuzz target for FUZZ_SECONDS, under both sanitizers (clang).
 fuzz: deps
-	CXX=clang++ cmake -S . -B $(FUZZ_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKELVORA_BUILD_FUZZ=ON -DKELVORA_SANITIZE=ON -DKELVORA_BUILD_GUI=OFF -DKELVORA_BUILD_TESTS=OFF $(CMAKE_FLAGS)
+	CXX=clang++ cmake -S . -B $(FUZZ_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKELVORA_BUILD_FUZZ=ON -DKELVORA_SANITIZE=address,undefined -DKELVORA_BUILD_GUI=OFF -DKELVORA_BUILD_TESTS=OFF $(CMAKE_FLAGS)
 	cmake --build $(FUZZ_DIR) -j $(JOBS)
 	./scripts/run-fuzz.sh $(FUZZ_DIR) $(FUZZ_SECONDS)
 

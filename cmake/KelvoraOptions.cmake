@@ -8,7 +8,7 @@ endif()
 
 # Sanitizer builds stop at the first report, so that a test or fuzz run fails on it.
 if(KELVORA_SANITIZE)
-    set(kelvora_sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all
+    set(kelvora_sanitizers -fsanitize=${KELVORA_SANITIZE} -fno-sanitize-recover=all
         -fno-omit-frame-pointer)
     target_compile_options(kelvora_options INTERFACE ${kelvora_sanitizers})
     target_link_options(kelvora_options INTERFACE ${kelvora_sanitizers})

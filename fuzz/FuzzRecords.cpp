@@ -56,7 +56,7 @@ Bytes ShapedFirstRecord(Cursor& in) {
     plain.insert(plain.end(), name.begin(), name.end());
     const Bytes data = in.Take(in.Length());
     Bytes block;
-    if (CompressBlock(data, block) > 0) {
+    if (CompressBlock(data, block)) {
         plain.insert(plain.end(), block.begin(), block.end());
     }
     return plain;

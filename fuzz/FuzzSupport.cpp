@@ -1,6 +1,7 @@
 #include "FuzzSupport.h"
 
 #include "crypto/KeyRules.h"
+#include "files/ContainerInspect.h"
 #include "files/DecryptJob.h"
 
 #include <cstdio>
@@ -64,8 +65,7 @@ void ReadContainerEveryWay(const Playground& playground) {
     const SecretBytes key = MakePassphraseKey(kPassphrase);
     const DecryptRequest request{playground.Container(), playground.Output(), &key};
     AcceptingObserver observer;
-    std::vector<ContainerEntry> entries;
-    (void)ListContainer(request, entries, observer);
+    (void)ListContainer(request, observer);
     (void)TestContainer(request, observer);
     playground.Reset();
     (void)DecryptContainer(request, observer);

@@ -67,15 +67,19 @@ bool WriteAll(CliContext& context, const std::optional<std::string>& path, std::
     }
     TempOutputFile file;
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(data.data());
-    if (!file.Create(*path) || !file.Write(std::span(bytes, data.size()))) {
-        error = "cannot write " + *path + ": " + std::strerror(file.LastError());
+    Result<void, Errno> written = file.Create(*path);
+    if (written) {
+        written = file.Write(std::span(bytes, data.size()));
+    }
+    if (!written) {
+        error = "cannot write " + *path + ": " + std::strerror(written.error());
         return false;
     }
     if (Interrupted(error)) {
         return false;
     }
-    if (!file.Commit(replace)) {
-        error = "cannot write " + *path + ": " + std::strerror(file.LastError());
+    if (auto committed = file.Commit(replace); !committed) {
+        error = "cannot write " + *path + ": " + std::strerror(committed.error());
         return false;
     }
     return true;

@@ -18,7 +18,15 @@ namespace {
 // through a symbolic link.
 bool MadeFoldersFor(const std::string& root, const std::string& relative, int* error) {
     OutputFolder folder;
-    return folder.Open(root, error) && folder.OpenParent(relative, error).Valid();
+    if (auto opened = folder.Open(root); !opened) {
+        *error = opened.error();
+        return false;
+    }
+    auto parent = folder.OpenParent(relative);
+    if (!parent) {
+        *error = parent.error();
+    }
+    return parent.has_value();
 }
 
 constexpr std::string_view kContainerExtension = ".vexo";

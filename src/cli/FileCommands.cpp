@@ -9,6 +9,7 @@
 #include "cli/StreamAdapters.h"
 #include "cli/StreamCommands.h"
 #include "common/Random.h"
+#include "files/ContainerInspect.h"
 #include "files/DecryptJob.h"
 #include "files/EncryptJob.h"
 #include "files/FileIo.h"
@@ -260,12 +261,11 @@ int ListRun(CliContext& context, const ParsedArgs& args) {
     FileJobAnswers answers;
     answers.quiet = context.quiet;
     CliFileObserver observer(context, answers);
-    std::vector<ContainerEntry> entries;
-    const FileJobResult result =
-        ListContainer(DecryptRequest{args.operands[0], {}, &secret.key}, entries, observer);
-    if (!result.ok()) {
-        return JsonFailed(context, observer, result, args.Has(kJsonOption.longName));
+    const auto listed = ListContainer(DecryptRequest{args.operands[0], {}, &secret.key}, observer);
+    if (!listed) {
+        return JsonFailed(context, observer, listed.error(), args.Has(kJsonOption.longName));
     }
+    const std::vector<ContainerEntry>& entries = *listed;
     if (args.Has(kJsonOption.longName)) {
         context.out << ListJson(entries);
         return kExitSuccess;

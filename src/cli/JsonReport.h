@@ -1,6 +1,6 @@
 #pragma once
 
-#include "files/DecryptJob.h"
+#include "files/ContainerInspect.h"
 #include "files/FileError.h"
 
 #include <string>

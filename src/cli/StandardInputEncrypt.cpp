@@ -49,12 +49,13 @@ int EncryptStandardInput(CliContext& context, const ParsedArgs& args) {
         context.out.flush();
     } else {
         TempOutputFile file;
-        if (!file.Create(*output)) {
-            result = Failure(FileError::WriteFailed, 0, 0, *output, file.LastError());
+        if (auto created = file.Create(*output); !created) {
+            result = Failure(FileError::WriteFailed, 0, 0, *output, created.error());
         } else {
             result = EncryptStream(request, file, observer);
-            if (result.ok() && !file.Commit(replace)) {
-                result = Failure(FileError::WriteFailed, 0, 0, *output, file.LastError());
+            if (auto committed = result.ok() ? file.Commit(replace) : Result<void, Errno>();
+                !committed) {
+                result = Failure(FileError::WriteFailed, 0, 0, *output, committed.error());
             }
         }
     }

@@ -12,12 +12,12 @@ namespace kelvora::cli {
 class IstreamSource final : public ByteSource {
 public:
     explicit IstreamSource(std::istream& in) : m_in(in) {}
-    std::int64_t Read(std::span<std::uint8_t> out) override {
+    Result<std::size_t, Errno> Read(std::span<std::uint8_t> out) override {
         m_in.read(reinterpret_cast<char*>(out.data()), static_cast<std::streamsize>(out.size()));
         if (m_in.bad()) {
-            return -1;
+            return kelvora::Fail(EIO);
         }
-        return static_cast<std::int64_t>(m_in.gcount());
+        return static_cast<std::size_t>(m_in.gcount());
     }
 
 private:
@@ -28,12 +28,14 @@ private:
 class OstreamSink final : public ByteSink {
 public:
     explicit OstreamSink(std::ostream& out) : m_out(out) {}
-    bool Write(std::span<const std::uint8_t> bytes) override {
+    Result<void, Errno> Write(std::span<const std::uint8_t> bytes) override {
         m_out.write(reinterpret_cast<const char*>(bytes.data()),
                     static_cast<std::streamsize>(bytes.size()));
-        return static_cast<bool>(m_out);
+        if (!m_out) {
+            return kelvora::Fail(EPIPE);
+        }
+        return {};
     }
-    int LastError() const override { return EPIPE; }
 
 private:
     std::ostream& m_out;

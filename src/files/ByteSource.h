@@ -1,5 +1,7 @@
 #pragma once
 
+#include "files/FileIo.h"
+
 #include <cstdint>
 #include <span>
 
@@ -11,9 +13,8 @@ class ByteSource {
 public:
     virtual ~ByteSource() = default;
     // Read fills out from its start as far as the source goes: fewer bytes than asked only
-    // at the end. It gives the count, or -1 on a read failure (errno in LastError).
-    [[nodiscard]] virtual std::int64_t Read(std::span<std::uint8_t> out) = 0;
-    virtual int LastError() const { return 0; }
+    // at the end. It gives the count, or errno on a read failure.
+    [[nodiscard]] virtual Result<std::size_t, Errno> Read(std::span<std::uint8_t> out) = 0;
 };
 
 } // namespace kelvora

@@ -10,11 +10,11 @@ namespace kelvora {
 bool ChunkFeed::OpenNextFile() {
     const Input& input = m_inputs[m_nextInput++];
     m_file = std::make_unique<InputFile>();
-    if (!m_file->Open(input.path)) {
-        m_opened.push_back(OpenedFile{0, m_file->LastError()});
+    if (auto opened = m_file->Open(input.path); !opened) {
+        m_opened.push_back(Fail(opened.error().systemError));
         return false;
     }
-    m_opened.push_back(OpenedFile{m_file->Size(), 0});
+    m_opened.push_back(m_file->Size());
     m_remaining = m_file->Size();
     m_room = FirstChunkRoom(input.nameBytes);
     m_chunksLeft = ChunkCount(m_file->Size(), input.nameBytes);
@@ -34,8 +34,8 @@ void ChunkFeed::Fill() {
         }
         Bytes data(static_cast<std::size_t>(
             std::min<std::int64_t>(m_remaining, static_cast<std::int64_t>(m_room))));
-        if (!m_file->ReadExact(data)) {
-            m_compressor.Submit({}, m_file->LastError());
+        if (auto read = m_file->ReadExact(data); !read) {
+            m_compressor.Submit(Fail(read.error()));
             m_stopped = true;
             return;
         }
@@ -48,13 +48,13 @@ void ChunkFeed::Fill() {
     }
 }
 
-ChunkFeed::OpenedFile ChunkFeed::TakeOpenedFile() {
+Result<std::int64_t, Errno> ChunkFeed::TakeOpenedFile() {
     Fill();
     if (m_opened.empty()) {
         // Only a writer that asks past the files it was given gets here.
-        return OpenedFile{0, EINVAL};
+        return Fail(EINVAL);
     }
-    const OpenedFile opened = m_opened.front();
+    const Result<std::int64_t, Errno> opened = m_opened.front();
     m_opened.pop_front();
     return opened;
 }

@@ -22,11 +22,6 @@ public:
         std::string path;
         std::size_t nameBytes = 0;
     };
-    // OpenedFile is the size of a file as the feed opened it, or the errno of its failure.
-    struct OpenedFile {
-        std::int64_t size = 0;
-        int openError = 0;
-    };
 
     ChunkFeed(std::vector<Input> inputs, ParallelCompressor& compressor)
         : m_inputs(std::move(inputs)), m_compressor(compressor) {}
@@ -36,8 +31,9 @@ public:
     // the feed stops there.
     void Fill();
 
-    // TakeOpenedFile gives the next file in list order as the writer reaches it.
-    [[nodiscard]] OpenedFile TakeOpenedFile();
+    // TakeOpenedFile gives the size of the next file in list order as the writer reaches it,
+    // or the errno of its opening's failure.
+    [[nodiscard]] Result<std::int64_t, Errno> TakeOpenedFile();
 
 private:
     [[nodiscard]] bool OpenNextFile();
@@ -49,7 +45,7 @@ private:
     std::int64_t m_remaining = 0;
     std::size_t m_room = 0;
     std::int64_t m_chunksLeft = 0;
-    std::deque<OpenedFile> m_opened;
+    std::deque<Result<std::int64_t, Errno>> m_opened;
     bool m_stopped = false;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/Bytes.h"
+#include "common/Result.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -22,20 +23,32 @@ constexpr std::size_t CompressCapacity(std::size_t n) {
     return n + n / 100 + 12;
 }
 
-// CompressBlock fills output with one compressed block of source and returns its length.
-// An empty source gives 0 and leaves output untouched; when compression fails it gives 0 and
-// output (sized to the capacity plus the header) must not be used.
-std::int32_t CompressBlock(std::span<const std::uint8_t> source, Bytes& output);
+// BlockError says why a block could not be made or read.
+enum class BlockError {
+    Empty,            // no source bytes, or too few block bytes for a header and a stream
+    TooLarge,         // a source longer than a 32-bit length can say
+    BadMagic,         // the block does not start with the magic number
+    LengthOutOfRange, // a plain length below 1 or above the allowed maximum
+    DeflateFailed,    // the stream did not fit the capacity
+    InflateFailed,    // a damaged stream, a wrong checksum or a wrong plain length
+};
 
-// UncompressBlock fills output with the bytes restored from block and returns their count.
-// Bytes behind the zlib stream (the cipher's zero padding) are ignored. A block of 8 bytes or
-// less, a wrong magic, a plain length below 1 or above maxPlainBytes, or a damaged stream
-// gives 0 and output must not be used.
-std::int32_t UncompressBlock(std::span<const std::uint8_t> block, Bytes& output,
-                             std::int32_t maxPlainBytes = std::numeric_limits<std::int32_t>::max());
+// CompressBlock fills the buffer output with one compressed block of source and gives its
+// length. On failure output must not be used.
+[[nodiscard]] Result<std::size_t, BlockError> CompressBlock(std::span<const std::uint8_t> source,
+                                                            Bytes& output);
 
-// BlockPlainLength reads the plain length of a block's header, or gives -1 when the bytes
-// are too short for a header or do not start with the magic number.
-std::int32_t BlockPlainLength(std::span<const std::uint8_t> block);
+// UncompressBlock fills the buffer output with the bytes restored from block and gives their
+// count. Bytes behind the zlib stream (the cipher's zero padding) are ignored. A block of 8
+// bytes or less, a wrong magic, a plain length below 1 or above maxPlainBytes, or a damaged
+// stream fails, and output must not be used.
+[[nodiscard]] Result<std::size_t, BlockError>
+UncompressBlock(std::span<const std::uint8_t> block, Bytes& output,
+                std::int32_t maxPlainBytes = std::numeric_limits<std::int32_t>::max());
+
+// BlockPlainLength reads the plain length of a block's header; it fails when the bytes are
+// too short for a header or do not start with the magic number.
+[[nodiscard]] Result<std::int32_t, BlockError>
+BlockPlainLength(std::span<const std::uint8_t> block);
 
 } // namespace kelvora

@@ -1,6 +1,7 @@
+#include "files/ContainerInspect.h"
+
+#include "files/CompressBlock.h"
 #include "files/ContainerFormat.h"
-#include "files/ContainerSession.h"
-#include "files/DecryptJob.h"
 #include "files/StoredName.h"
 
 namespace kelvora {
@@ -12,75 +13,75 @@ namespace {
 constexpr std::size_t kFirstRecordHead =
     RoundUpToCipherBlock(kStreamHeaderBytes + kLongestNameBytes + kBlockHeaderBytes);
 
-struct SizeScan {
-    FileError error = FileError::None;
-    std::int64_t chunk = 0;
-    std::int64_t plainBytes = 0;
-};
-
-// PlainBytesOfFile adds up the plain lengths in the headers of a file's blocks. Each later
-// record's first block is deciphered alone, chained from the previous record's last block.
-SizeScan PlainBytesOfFile(ContainerSession& session, const FileRange& range, std::string& name) {
-    Bytes head;
-    Bytes chain;
+// ListFile adds up the plain lengths in the headers of a file's blocks and gives the
+// file as listed. Each later record's first block is deciphered alone, chained from the
+// previous record's last block. A damaged record fails with its chunk, named when the name
+// could be read.
+Result<ContainerEntry, FileJobResult> ListFile(ContainerSession& session, const FileRange& range) {
     const std::int64_t end = range.offset + range.byteCount;
-    std::int64_t next =
-        session.Reader().ReadRecordEdges(range.offset, end, kFirstRecordHead, head, chain);
-    if (next < 0) {
-        return SizeScan{FileError::DamagedData, 1, 0};
+    const auto damaged = [&](std::int64_t chunk, const std::string& ansiName) {
+        return Fail(Failure(FileError::DamagedData, range.index, chunk, DisplayName(ansiName)));
+    };
+    std::optional<RecordEdges> edges =
+        session.Reader().ReadRecordEdges(range.offset, end, kFirstRecordHead);
+    if (!edges) {
+        return damaged(1, {});
     }
-    const Bytes plainHead = session.Cipher().Cipher().DecryptDo(head, false);
+    const Bytes plainHead = session.Cipher().Cipher().DecryptDo(edges->first, false);
     const FirstRecord first = InspectFirstRecord(plainHead);
     if (first.kind == FirstRecordKind::Inconsistent) {
-        return SizeScan{FileError::DamagedData, 1, 0};
+        return damaged(1, {});
     }
-    name = first.ansiName;
-    SizeScan scan;
+    ContainerEntry entry{DisplayName(first.ansiName), 0};
     if (first.kind == FirstRecordKind::Block) {
-        scan.plainBytes = BlockPlainLength(std::span(plainHead).subspan(first.blockOffset));
+        entry.plainBytes =
+            BlockPlainLength(std::span(plainHead).subspan(first.blockOffset)).value();
     }
+    Bytes chain = edges->lastBlock;
+    std::int64_t next = edges->end;
     for (std::int64_t chunk = 2; next < end && first.kind == FirstRecordKind::Block; ++chunk) {
-        Bytes lastBlock;
-        next = session.Reader().ReadRecordEdges(next, end, kCipherBlockBytes, head, lastBlock);
-        if (next < 0) {
-            return SizeScan{FileError::DamagedData, chunk, 0};
+        edges = session.Reader().ReadRecordEdges(next, end, kCipherBlockBytes);
+        if (!edges) {
+            return damaged(chunk, first.ansiName);
         }
+        Bytes& head = edges->first;
         session.Cipher().Cipher().DecryptBlocksCbc(head.data(), head.data(), 1, chain.data());
-        const std::int32_t plain = BlockPlainLength(head);
-        if (plain < 1 || static_cast<std::size_t>(plain) > kChunkBytes) {
-            return SizeScan{FileError::DamagedData, chunk, 0};
+        const Result<std::int32_t, BlockError> plain = BlockPlainLength(head);
+        if (!plain || *plain < 1 || static_cast<std::size_t>(*plain) > kChunkBytes) {
+            return damaged(chunk, first.ansiName);
         }
-        scan.plainBytes += plain;
-        chain = lastBlock;
+        entry.plainBytes += *plain;
+        chain = edges->lastBlock;
+        next = edges->end;
     }
     if (next < end) {
-        return SizeScan{FileError::DamagedData, 2, 0};
+        return damaged(2, first.ansiName);
     }
-    return scan;
+    return entry;
 }
 
 } // namespace
 
-FileJobResult ListContainer(const DecryptRequest& request, std::vector<ContainerEntry>& entries,
-                            FileJobObserver& observer) {
+Result<std::vector<ContainerEntry>, FileJobResult> ListContainer(const DecryptRequest& request,
+                                                                 FileJobObserver& observer) {
     ContainerSession session(observer);
     if (FileJobResult opened = session.Open(request); !opened.ok()) {
-        return opened;
+        return Fail(std::move(opened));
     }
-    ContainerReader& reader = session.Reader();
-    reader.Rewind();
-    for (FileRange range; reader.NextFile(range);) {
-        if (range.byteCount == 0) {
-            continue;
-        }
-        std::string name;
-        const SizeScan scan = PlainBytesOfFile(session, range, name);
-        if (scan.error != FileError::None) {
-            return Failure(scan.error, range.index, scan.chunk, DisplayName(name));
-        }
-        entries.push_back(ContainerEntry{DisplayName(name), scan.plainBytes});
+    std::vector<ContainerEntry> entries;
+    FileJobResult walked = ForEachFile(
+        session.Reader(), [&](const FileRange& range) -> Result<FileStep, FileJobResult> {
+            Result<ContainerEntry, FileJobResult> entry = ListFile(session, range);
+            if (!entry) {
+                return Fail(entry.error());
+            }
+            entries.push_back(std::move(entry).value());
+            return FileStep::Next;
+        });
+    if (!walked.ok()) {
+        return Fail(std::move(walked));
     }
-    return WalkResult(reader, request.containerPath);
+    return entries;
 }
 
 FileJobResult TestContainer(const DecryptRequest& request, FileJobObserver& observer,
@@ -91,31 +92,27 @@ FileJobResult TestContainer(const DecryptRequest& request, FileJobObserver& obse
     }
     ContainerReader& reader = session.Reader();
     observer.OnJobStarted(reader.FileCount(), reader.RecordsBytes());
-    reader.Rewind();
-    for (FileRange range; reader.NextFile(range);) {
-        if (range.byteCount == 0) {
-            continue;
-        }
+    return ForEachFile(reader, [&](const FileRange& range) -> Result<FileStep, FileJobResult> {
         const std::size_t i = range.index;
-        FirstRecord first;
-        FileError error = session.Decryptor().ReadFirst(range, first);
-        const std::string shown = DisplayName(first.ansiName);
-        if (error == FileError::None && first.kind != FirstRecordKind::Inconsistent) {
-            observer.OnFileStarted(i, shown);
-            if (!IsSafeStoredName(first.ansiName)) {
-                return Failure(FileError::UnsafeName, i, 1, shown, 0);
-            }
-            NullSink nowhere;
-            error = session.Decryptor().Restore(range, nowhere);
-        } else if (error == FileError::None) {
-            error = FileError::DamagedData;
+        const Result<FirstRecord, FileFailure> first = session.Decryptor().ReadFirst(range);
+        if (!first) {
+            return Fail(Failure(first.error().error, i, 1, {}, 0));
         }
-        if (error != FileError::None) {
-            return Failure(error, i, session.Decryptor().FailedChunk(), shown, 0);
+        const std::string shown = DisplayName(first->ansiName);
+        if (first->kind == FirstRecordKind::Inconsistent) {
+            return Fail(Failure(FileError::DamagedData, i, 1, shown, 0));
+        }
+        observer.OnFileStarted(i, shown);
+        if (!IsSafeStoredName(first->ansiName)) {
+            return Fail(Failure(FileError::UnsafeName, i, 1, shown, 0));
+        }
+        NullSink nowhere;
+        if (auto restored = session.Decryptor().Restore(range, nowhere); !restored) {
+            return Fail(Failure(restored.error().error, i, restored.error().chunk, shown, 0));
         }
         observer.OnFileDone(i, shown);
-    }
-    return WalkResult(reader, request.containerPath);
+        return FileStep::Next;
+    });
 }
 
 } // namespace kelvora

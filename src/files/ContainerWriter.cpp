@@ -17,35 +17,37 @@ Bytes StreamHeader(const std::string& ansiStoredName, RandomSource& random) {
     return header;
 }
 
-bool WriteRecord(ByteSink& container, const Bytes& payload) {
+Result<void, Errno> WriteRecord(ByteSink& container, const Bytes& payload) {
     std::array<std::uint8_t, kRecordLengthBytes> lastIndex{};
     PutInt32Le(lastIndex.data(), static_cast<std::int32_t>(payload.size() - 1));
-    return container.Write(lastIndex) && container.Write(payload);
+    if (auto written = container.Write(lastIndex); !written) {
+        return written;
+    }
+    return container.Write(payload);
 }
 
-AppendResult AppendFileToContainer(ChunkFeed& feed, const std::string& ansiStoredName,
-                                   ByteSink& container, JobCipher& cipher, RandomSource& random,
-                                   ParallelCompressor& compressor, FileJobObserver& observer) {
-    const ChunkFeed::OpenedFile opened = feed.TakeOpenedFile();
-    if (opened.openError != 0) {
-        return AppendResult{FileError::ReadFailed, 0, 0, opened.openError};
+Result<std::int64_t, FileFailure>
+AppendFileToContainer(ChunkFeed& feed, const std::string& ansiStoredName, ByteSink& container,
+                      JobCipher& cipher, RandomSource& random, ParallelCompressor& compressor,
+                      FileJobObserver& observer) {
+    const Result<std::int64_t, Errno> opened = feed.TakeOpenedFile();
+    if (!opened) {
+        return Fail(FileFailure{FileError::ReadFailed, 0, opened.error()});
     }
-    const std::int64_t chunkCount = ChunkCount(opened.size, ansiStoredName.size());
+    const std::int64_t chunkCount = ChunkCount(*opened, ansiStoredName.size());
     observer.OnProgressRange(chunkCount + 1);
     observer.OnProgress(0);
 
-    AppendResult result;
+    std::int64_t byteCount = 0;
     Bytes plain = StreamHeader(ansiStoredName, random);
     for (std::int64_t chunk = 1; chunk <= chunkCount; ++chunk) {
-        result.chunk = chunk;
         // Keep the workers busy with later chunks while this one is enciphered.
         feed.Fill();
         ParallelCompressor::CompressedChunk compressed = compressor.Next();
-        if (compressed.readError != 0) {
-            return AppendResult{FileError::ReadFailed, 0, chunk, compressed.readError};
-        }
-        if (compressed.failed) {
-            return AppendResult{FileError::CompressFailed, 0, chunk, 0};
+        if (compressed.failure) {
+            FileFailure failure = *compressed.failure;
+            failure.chunk = chunk;
+            return Fail(failure);
         }
         if (chunk == 1) {
             if (!compressed.block.empty()) {
@@ -57,16 +59,16 @@ AppendResult AppendFileToContainer(ChunkFeed& feed, const std::string& ansiStore
         }
         const Bytes payload = cipher.Cipher().EncryptDo(plain, chunk > 1);
         if (payload.empty() || cipher.Cancelled()) {
-            return AppendResult{FileError::Cancelled, 0, chunk, 0};
+            return Fail(FileFailure{FileError::Cancelled, chunk, 0});
         }
-        if (!WriteRecord(container, payload)) {
-            return AppendResult{FileError::WriteFailed, 0, chunk, container.LastError()};
+        if (auto written = WriteRecord(container, payload); !written) {
+            return Fail(FileFailure{FileError::WriteFailed, chunk, written.error()});
         }
-        result.byteCount += static_cast<std::int64_t>(payload.size() + kRecordLengthBytes);
+        byteCount += static_cast<std::int64_t>(payload.size() + kRecordLengthBytes);
         observer.OnBytesDone(static_cast<std::int64_t>(compressed.data.size()));
         observer.OnProgress(chunk);
     }
-    return result;
+    return byteCount;
 }
 
 } // namespace kelvora

@@ -1,99 +1,26 @@
 #include "files/DecryptJob.h"
 
-#include "common/Ansi.h"
-#include "common/Printable.h"
-#include "files/ContainerSession.h"
 #include "files/FileIo.h"
 #include "files/OutputFolder.h"
-#include "files/ParallelCompressor.h"
 #include "files/RestorePlan.h"
-#include "files/StoredName.h"
 
-#include <algorithm>
 #include <cerrno>
 
 namespace kelvora {
 
-std::string DisplayName(const std::string& ansiName) {
-    std::string name = Utf8FromAnsi(ansiName);
-    std::replace(name.begin(), name.end(), kStoredSeparator, kPathSeparator);
-    return Printable(name);
-}
-
-FileJobResult WalkResult(const ContainerReader& reader, const std::string& containerPath) {
-    return reader.WalkFailed()
-               ? Failure(FileError::ReadFailed, 0, 0, containerPath, reader.LastError())
-               : FileJobResult{};
-}
-
-FileJobResult CheckPassphrase(ContainerReader& reader, JobCipher& cipher,
-                              FileJobObserver& observer) {
-    FileDecryptor decryptor(reader, cipher, observer);
-    reader.Rewind();
-    for (FileRange range; reader.NextFile(range);) {
-        if (range.byteCount == 0) {
-            continue;
-        }
-        FirstRecord first;
-        const FileError error = decryptor.ReadFirst(range, first);
-        if (error == FileError::DamagedData || first.kind == FirstRecordKind::Inconsistent) {
-            // A record that cannot even be read is damage; one that reads but does not make
-            // sense is what a wrong passphrase gives.
-            return Failure(error == FileError::None ? FileError::WrongPassphrase : error,
-                           range.index, 1);
-        }
-        if (error != FileError::None) {
-            return Failure(error, range.index, 1);
-        }
-        if (first.kind == FirstRecordKind::Block) {
-            return {};
-        }
-    }
-    return WalkResult(reader, {});
-}
-
-FileJobResult ContainerSession::Open(const DecryptRequest& request, DecodeWorkers workers) {
-    if (request.key == nullptr || request.key->empty()) {
-        return Failure(FileError::NothingToDo);
-    }
-    if (const FileError error = m_reader.Open(request.containerPath); error != FileError::None) {
-        return Failure(error, 0, 0, request.containerPath, m_reader.LastError());
-    }
-    if (!m_cipher.Cipher().EncryptPrepareKey(request.key->bytes())) {
-        return Failure(FileError::NothingToDo);
-    }
-    FileJobResult checked = CheckPassphrase(m_reader, m_cipher, m_observer);
-    if (checked.ok()) {
-        DecodeAhead(request.containerPath, workers);
-    }
-    return checked;
-}
-
-void ContainerSession::DecodeAhead(const std::string& containerPath, DecodeWorkers workers) {
-    const std::size_t count = workers.value_or(ParallelCompressor::WorkersForThisMachine());
-    if (count > 0) {
-        m_pipeline.emplace(containerPath, m_cipher.Cipher(), count);
-        m_decryptor.UsePipeline(&*m_pipeline);
-    }
-}
-
 namespace {
 
 // OpenTarget prepares the unfinished output file of a planned file.
-bool OpenTarget(const OutputFolder& folder, const PlannedFile& file, TempOutputFile& output,
-                int* error) {
+Result<void, Errno> OpenTarget(const OutputFolder& folder, const PlannedFile& file,
+                               TempOutputFile& output) {
     if (!file.elsewhere.empty()) {
-        const bool created = output.Create(file.elsewhere);
-        *error = output.LastError();
-        return created;
+        return output.Create(file.elsewhere);
     }
-    UniqueFd parent = folder.OpenParent(file.relative, error);
-    if (!parent.Valid()) {
-        return false;
+    Result<UniqueFd, Errno> parent = folder.OpenParent(file.relative);
+    if (!parent) {
+        return Fail(parent.error());
     }
-    const bool created = output.CreateIn(std::move(parent), LeafOf(file.relative));
-    *error = output.LastError();
-    return created;
+    return output.CreateIn(std::move(parent).value(), LeafOf(file.relative));
 }
 
 // RestoreFile writes one planned file. A link that appeared on its way since planning
@@ -101,31 +28,26 @@ bool OpenTarget(const OutputFolder& folder, const PlannedFile& file, TempOutputF
 FileJobResult RestoreFile(ContainerSession& session, const OutputFolder& folder,
                           const std::string& root, PlannedFile& file, FileJobObserver& observer) {
     const std::size_t index = file.range.index;
-    FirstRecord first;
-    if (FileError error = session.Decryptor().ReadFirst(file.range, first);
-        error != FileError::None) {
-        return Failure(error, index, 1);
+    if (auto first = session.Decryptor().ReadFirst(file.range); !first) {
+        return Failure(first.error().error, index, 1);
     }
     observer.OnFileStarted(index, file.shown);
     const std::string path = file.elsewhere.empty() ? root + "/" + file.relative : file.elsewhere;
-    int openError = 0;
     TempOutputFile output;
-    if (!OpenTarget(folder, file, output, &openError)) {
-        if (openError == ELOOP || openError == ENOTDIR) {
+    if (auto opened = OpenTarget(folder, file, output); !opened) {
+        if (opened.error() == ELOOP || opened.error() == ENOTDIR) {
             file.action = PlannedFile::Action::LeaveOut;
             file.why = FileError::LinkInPath;
-            file.systemError = openError;
+            file.systemError = opened.error();
             return {};
         }
-        return Failure(FileError::WriteFailed, index, 0, path, openError);
+        return Failure(FileError::WriteFailed, index, 0, path, opened.error());
     }
-    const FileError error = session.Decryptor().Restore(file.range, output);
-    if (error != FileError::None) {
-        return Failure(error, index, session.Decryptor().FailedChunk(), file.shown,
-                       output.LastError());
+    if (auto restored = session.Decryptor().Restore(file.range, output); !restored) {
+        return Failure(restored.error(), index, file.shown);
     }
-    if (!output.Commit(file.replace)) {
-        return Failure(FileError::WriteFailed, index, 0, path, output.LastError());
+    if (auto committed = output.Commit(file.replace); !committed) {
+        return Failure(FileError::WriteFailed, index, 0, path, committed.error());
     }
     observer.OnFileDone(index, path);
     return {};
@@ -158,29 +80,26 @@ std::string FirstFreeNumberedName(const std::string& path) {
 
 } // namespace
 
-Target ChooseTarget(std::string& path, bool& replace, FileJobObserver& observer) {
-    replace = false;
+TargetChoice ChooseTarget(std::string path, FileJobObserver& observer) {
     while (PathExists(path)) {
         switch (observer.AskExistingFile(path)) {
         case ExistingFileAnswer::Overwrite:
-            replace = true;
-            return Target::Write;
+            return TargetChoice{Target::Write, std::move(path), true};
         case ExistingFileAnswer::AnotherName:
             if (auto other = observer.AskAnotherName(path); other && !other->empty()) {
                 path = *other;
                 continue;
             }
-            return Target::Skip;
+            return TargetChoice{Target::Skip, std::move(path), false};
         case ExistingFileAnswer::Rename:
-            path = FirstFreeNumberedName(path);
-            return Target::Write;
+            return TargetChoice{Target::Write, FirstFreeNumberedName(path), false};
         case ExistingFileAnswer::Skip:
-            return Target::Skip;
+            return TargetChoice{Target::Skip, std::move(path), false};
         case ExistingFileAnswer::Cancel:
-            return Target::Cancel;
+            return TargetChoice{Target::Cancel, std::move(path), false};
         }
     }
-    return Target::Write;
+    return TargetChoice{Target::Write, std::move(path), false};
 }
 
 FileJobResult DecryptContainer(const DecryptRequest& request, FileJobObserver& observer,
@@ -196,13 +115,15 @@ FileJobResult DecryptContainer(const DecryptRequest& request, FileJobObserver& o
     ContainerReader& reader = session.Reader();
     observer.OnJobStarted(reader.FileCount(), reader.RecordsBytes());
     OutputFolder folder;
-    if (int error = 0; !folder.Open(request.outputFolder, &error)) {
-        return Failure(FileError::WriteFailed, 0, 0, request.outputFolder, error);
+    if (auto opened = folder.Open(request.outputFolder); !opened) {
+        return Failure(FileError::WriteFailed, 0, 0, request.outputFolder, opened.error());
     }
-    RestorePlan plan = PlanRestore(session, folder, request.outputFolder, observer);
-    if (!plan.failure.ok()) {
-        return plan.failure;
+    Result<RestorePlan, FileJobResult> planned =
+        PlanRestore(session, folder, request.outputFolder, observer);
+    if (!planned) {
+        return planned.error();
     }
+    RestorePlan& plan = *planned;
     session.DecodeAhead(request.containerPath, workers);
     std::vector<OmittedEntry> omitted;
     if (plan.cancelled) {

@@ -64,10 +64,11 @@ bool LooksIncompressible(std::span<const std::uint8_t> source) {
            kIncompressibleShare * static_cast<double>(kProbeSamples * kProbeSampleBytes);
 }
 
-std::size_t ZlibStored(std::span<const std::uint8_t> source, std::span<std::uint8_t> destination) {
+std::optional<std::size_t> ZlibStored(std::span<const std::uint8_t> source,
+                                      std::span<std::uint8_t> destination) {
     const std::size_t n = source.size();
     if (destination.size() < ZlibStoredBytes(n)) {
-        return 0;
+        return std::nullopt;
     }
     std::uint8_t* out = destination.data();
     *out++ = 0x78; // deflate with a 32 KiB window
@@ -92,8 +93,8 @@ std::size_t ZlibStored(std::span<const std::uint8_t> source, std::span<std::uint
     return static_cast<std::size_t>(out - destination.data());
 }
 
-std::size_t ZlibCompress(std::span<const std::uint8_t> source,
-                         std::span<std::uint8_t> destination) {
+std::optional<std::size_t> ZlibCompress(std::span<const std::uint8_t> source,
+                                        std::span<std::uint8_t> destination) {
     libdeflate_compressor* compressor = ThreadCompressor(kDefaultLevel);
     if (compressor == nullptr || LooksIncompressible(source)) {
         return ZlibStored(source, destination);
@@ -106,18 +107,21 @@ std::size_t ZlibCompress(std::span<const std::uint8_t> source,
     return size;
 }
 
-std::int64_t ZlibUncompress(std::span<const std::uint8_t> stream,
-                            std::span<std::uint8_t> destination) {
+std::optional<std::size_t> ZlibUncompress(std::span<const std::uint8_t> stream,
+                                          std::span<std::uint8_t> destination) {
     libdeflate_decompressor* decompressor = ThreadDecompressor();
     if (decompressor == nullptr) {
-        return -1;
+        return std::nullopt;
     }
     std::size_t consumed = 0; // asking for it lets bytes follow the stream
     std::size_t restored = 0;
     const libdeflate_result result =
         libdeflate_zlib_decompress_ex(decompressor, stream.data(), stream.size(),
                                       destination.data(), destination.size(), &consumed, &restored);
-    return result == LIBDEFLATE_SUCCESS ? static_cast<std::int64_t>(restored) : -1;
+    if (result != LIBDEFLATE_SUCCESS) {
+        return std::nullopt;
+    }
+    return restored;
 }
 
 } // namespace kelvora

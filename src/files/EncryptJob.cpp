@@ -108,18 +108,19 @@ std::vector<InputEntry> ReadableInputs(const std::vector<InputEntry>& entries,
     std::vector<InputEntry> kept;
     for (std::size_t i = 0; i < entries.size(); ++i) {
         InputFile file;
-        FileError why = FileError::None;
+        FileFailure refused;
         std::uint8_t probe = 0;
-        if (!file.Open(entries[i].path)) {
-            why = file.NotRegular() ? FileError::NotRegularFile : FileError::ReadFailed;
+        if (auto opened = file.Open(entries[i].path); !opened) {
+            refused = opened.error();
         } else if (file.Size() == 0 && file.ReadExact(std::span(&probe, 1))) {
-            why = FileError::SizeUnknown;
+            refused.error = FileError::SizeUnknown;
         }
+        const FileError why = refused.error;
         if (why == FileError::None) {
             kept.push_back(entries[i]);
             continue;
         }
-        const int error = why == FileError::ReadFailed ? file.LastError() : 0;
+        const int error = why == FileError::ReadFailed ? refused.systemError : 0;
         omitted.push_back(OmittedEntry{entries[i].path, why, error});
         observer.OnFileRefused(i, entries[i].path, why);
     }
@@ -143,19 +144,18 @@ FileJobResult AppendAll(const EncryptRequest& request, const std::vector<InputEn
     for (std::size_t i = 0; i < entries.size(); ++i) {
         const std::string& path = entries[i].path;
         observer.OnFileStarted(i, path);
-        const AppendResult appended = AppendFileToContainer(feed, names[i], container, cipher,
-                                                            *request.random, compressor, observer);
-        if (appended.error != FileError::None) {
+        const Result<std::int64_t, FileFailure> appended = AppendFileToContainer(
+            feed, names[i], container, cipher, *request.random, compressor, observer);
+        if (!appended) {
             // A write that fails is the container's fault (a full disk), not the input's.
-            const bool written = appended.error == FileError::WriteFailed;
-            return Failure(appended.error, i, appended.chunk, written ? request.outputPath : path,
-                           appended.systemError);
+            const bool written = appended.error().error == FileError::WriteFailed;
+            return Failure(appended.error(), i, written ? request.outputPath : path);
         }
-        byteCounts.push_back(appended.byteCount);
+        byteCounts.push_back(*appended);
         observer.OnFileDone(i, path);
     }
-    if (!container.Write(EncodeIndex(byteCounts))) {
-        return Failure(FileError::WriteFailed, 0, 0, request.outputPath, container.LastError());
+    if (auto written = container.Write(EncodeIndex(byteCounts)); !written) {
+        return Failure(FileError::WriteFailed, 0, 0, request.outputPath, written.error());
     }
     return {};
 }
@@ -227,15 +227,17 @@ FileJobResult EncryptFiles(const EncryptRequest& request, FileJobObserver& obser
     }
     const std::vector<std::string> keptNames = StoredNamesOf(entries);
     TempOutputFile output;
-    if (!output.Create(request.outputPath)) {
-        return Failure(FileError::WriteFailed, 0, 0, request.outputPath, output.LastError());
+    if (auto created = output.Create(request.outputPath); !created) {
+        return Failure(FileError::WriteFailed, 0, 0, request.outputPath, created.error());
     }
     observer.OnJobStarted(entries.size(), PlainBytesOf(entries));
     std::unique_ptr<ByteSink> wrapped = request.wrapOutput ? request.wrapOutput(output) : nullptr;
     FileJobResult result = AppendAll(request, entries, keptNames,
                                      wrapped ? *wrapped : static_cast<ByteSink&>(output), observer);
-    if (result.ok() && !output.Commit(replace)) {
-        result = Failure(FileError::WriteFailed, 0, 0, request.outputPath, output.LastError());
+    if (result.ok()) {
+        if (auto committed = output.Commit(replace); !committed) {
+            result = Failure(FileError::WriteFailed, 0, 0, request.outputPath, committed.error());
+        }
     }
     return Finished(std::move(result), std::move(omitted));
 }

@@ -18,9 +18,9 @@ FirstRecord InspectWithName(std::span<const std::uint8_t> plain, std::size_t nam
         return first;
     }
     const auto rest = plain.subspan(headerBytes);
-    const std::int32_t plainLength = BlockPlainLength(rest);
-    const bool isBlock = rest.size() > kBlockHeaderBytes && plainLength >= 1 &&
-                         static_cast<std::size_t>(plainLength) <= FirstChunkRoom(nameBytes);
+    const Result<std::int32_t, BlockError> plainLength = BlockPlainLength(rest);
+    const bool isBlock = rest.size() > kBlockHeaderBytes && plainLength && *plainLength >= 1 &&
+                         static_cast<std::size_t>(*plainLength) <= FirstChunkRoom(nameBytes);
     const bool isEmptyFile = plain[kTailByteOffset] == kEmptyFileTailByte &&
                              plain.size() == RoundUpToCipherBlock(headerBytes) &&
                              std::all_of(rest.begin(), rest.end(), [](auto b) { return b == 0; });
@@ -56,124 +56,146 @@ FirstRecord InspectFirstRecord(std::span<const std::uint8_t> plain) {
 
 FileDecryptor::~FileDecryptor() = default;
 
+namespace {
+
+constexpr FileFailure kDamaged{FileError::DamagedData, 0, 0};
+constexpr FileFailure kCancelled{FileError::Cancelled, 0, 0};
+
+} // namespace
+
 // The checks come in the order of the serial path, so both give the same error at the same
 // chunk: an unreadable record, then cancel, then a damaged block.
-FileError FileDecryptor::TakeDecoded(const FileRange& range) {
+Result<void, FileFailure> FileDecryptor::TakeDecoded(const FileRange& range) {
     std::optional<DecodedRecord> record = m_pipeline->Take(range.index, m_chunk, [this] {
         m_observer.LetEventsRun();
         return !m_cipher.Cancelled();
     });
     if (!record) {
-        return FileError::Cancelled;
+        return Fail(kCancelled);
     }
     m_decoded = std::make_unique<DecodedRecord>(std::move(*record));
-    m_next = m_decoded->end;
-    return m_next < 0 ? FileError::DamagedData : FileError::None;
-}
-
-FileError FileDecryptor::WriteRestored(const DecodedRecord& record, ByteSink& sink) {
-    if (record.restoredBytes == 0) {
-        return FileError::DamagedData;
+    if (!m_decoded->end) {
+        return Fail(kDamaged);
     }
-    const auto bytes = std::span<const std::uint8_t>(record.restored)
-                           .first(static_cast<std::size_t>(record.restoredBytes));
-    return sink.Write(bytes) ? FileError::None : FileError::WriteFailed;
+    m_next = *m_decoded->end;
+    return {};
 }
 
-FileError FileDecryptor::ReadFirst(const FileRange& range, FirstRecord& first) {
+Result<void, FileFailure> FileDecryptor::WriteRestored(const DecodedRecord& record,
+                                                       ByteSink& sink) {
+    if (!record.restoredBytes) {
+        return Fail(kDamaged);
+    }
+    return Write(std::span<const std::uint8_t>(record.restored).first(*record.restoredBytes), sink);
+}
+
+Result<void, FileFailure> FileDecryptor::Write(std::span<const std::uint8_t> bytes,
+                                               ByteSink& sink) {
+    if (auto written = sink.Write(bytes); !written) {
+        return Fail(FileFailure{FileError::WriteFailed, 0, written.error()});
+    }
+    return {};
+}
+
+Result<FirstRecord, FileFailure> FileDecryptor::ReadFirst(const FileRange& range) {
     m_chunk = 1;
+    const FileFailure cancelled{FileError::Cancelled, 1, 0};
     if (m_pipeline != nullptr) {
-        FileError error = TakeDecoded(range);
-        if (error == FileError::None && m_cipher.Cancelled()) {
-            error = FileError::Cancelled;
+        if (auto taken = TakeDecoded(range); !taken) {
+            return Fail(FileFailure{taken.error().error, 1, 0});
         }
-        if (error == FileError::None) {
-            m_first = m_decoded->first;
-            first = m_first;
+        if (m_cipher.Cancelled()) {
+            return Fail(cancelled);
         }
-        return error;
+        m_first = m_decoded->first;
+        return m_first;
     }
     const std::int64_t rangeEnd = range.offset + range.byteCount;
-    m_next = m_reader.ReadRecord(range.offset, rangeEnd, m_payload);
-    if (m_next < 0) {
-        return FileError::DamagedData;
+    const std::optional<std::int64_t> next = m_reader.ReadRecord(range.offset, rangeEnd, m_payload);
+    if (!next) {
+        return Fail(FileFailure{FileError::DamagedData, 1, 0});
     }
+    m_next = *next;
     m_plain = m_cipher.Cipher().DecryptDo(m_payload, false);
     if (m_cipher.Cancelled()) {
-        return FileError::Cancelled;
+        return Fail(cancelled);
     }
     m_first = InspectFirstRecord(m_plain);
-    first = m_first;
-    return FileError::None;
+    return m_first;
 }
 
-FileError FileDecryptor::WriteBlock(std::span<const std::uint8_t> block, std::int32_t maxPlain,
-                                    ByteSink& sink) {
-    const std::int32_t restored = UncompressBlock(block, m_restored, maxPlain);
-    if (restored == 0) {
-        return FileError::DamagedData;
+Result<void, FileFailure> FileDecryptor::WriteBlock(std::span<const std::uint8_t> block,
+                                                    std::int32_t maxPlain, ByteSink& sink) {
+    const Result<std::size_t, BlockError> restored = UncompressBlock(block, m_restored, maxPlain);
+    if (!restored) {
+        return Fail(kDamaged);
     }
-    const auto bytes =
-        std::span<const std::uint8_t>(m_restored).first(static_cast<std::size_t>(restored));
-    if (!sink.Write(bytes)) {
-        return FileError::WriteFailed;
-    }
-    return FileError::None;
+    return Write(std::span<const std::uint8_t>(m_restored).first(*restored), sink);
 }
 
-FileError FileDecryptor::Restore(const FileRange& range, ByteSink& sink) {
+Result<void, FileFailure> FileDecryptor::Restore(const FileRange& range, ByteSink& sink) {
+    Result<void, FileFailure> restored = RestoreChunks(range, sink);
+    if (!restored) {
+        FileFailure failure = restored.error();
+        failure.chunk = m_chunk;
+        return Fail(failure);
+    }
+    return restored;
+}
+
+Result<void, FileFailure> FileDecryptor::RestoreChunks(const FileRange& range, ByteSink& sink) {
     const std::int64_t rangeEnd = range.offset + range.byteCount;
     if (m_first.kind == FirstRecordKind::Inconsistent) {
-        return FileError::DamagedData;
+        return Fail(kDamaged);
     }
     m_observer.OnBytesDone(m_next - range.offset);
     if (m_first.kind == FirstRecordKind::Block && m_pipeline != nullptr) {
-        if (FileError error = WriteRestored(*m_decoded, sink); error != FileError::None) {
-            return error;
+        if (auto written = WriteRestored(*m_decoded, sink); !written) {
+            return written;
         }
     } else if (m_first.kind == FirstRecordKind::Block) {
         const auto maxPlain = static_cast<std::int32_t>(FirstChunkRoom(m_first.ansiName.size()));
         const auto block = std::span<const std::uint8_t>(m_plain).subspan(m_first.blockOffset);
-        if (FileError error = WriteBlock(block, maxPlain, sink); error != FileError::None) {
-            return error;
+        if (auto written = WriteBlock(block, maxPlain, sink); !written) {
+            return written;
         }
     }
     while (m_next < rangeEnd && m_pipeline != nullptr) {
         ++m_chunk;
         const std::int64_t offset = m_next;
-        FileError error = TakeDecoded(range);
-        if (error == FileError::None && m_first.kind == FirstRecordKind::EmptyFile) {
-            error = FileError::DamagedData;
+        if (auto taken = TakeDecoded(range); !taken) {
+            return taken;
         }
-        if (error == FileError::None && m_cipher.Cancelled()) {
-            error = FileError::Cancelled;
+        if (m_first.kind == FirstRecordKind::EmptyFile) {
+            return Fail(kDamaged);
         }
-        if (error == FileError::None) {
-            error = WriteRestored(*m_decoded, sink);
+        if (m_cipher.Cancelled()) {
+            return Fail(kCancelled);
         }
-        if (error != FileError::None) {
-            return error;
+        if (auto written = WriteRestored(*m_decoded, sink); !written) {
+            return written;
         }
         m_observer.OnBytesDone(m_next - offset);
     }
     while (m_next < rangeEnd) {
         ++m_chunk;
         const std::int64_t offset = m_next;
-        m_next = m_reader.ReadRecord(offset, rangeEnd, m_payload);
-        if (m_next < 0 || m_first.kind == FirstRecordKind::EmptyFile) {
-            return FileError::DamagedData;
+        const std::optional<std::int64_t> next = m_reader.ReadRecord(offset, rangeEnd, m_payload);
+        if (!next || m_first.kind == FirstRecordKind::EmptyFile) {
+            return Fail(kDamaged);
         }
+        m_next = *next;
         m_plain = m_cipher.Cipher().DecryptDo(m_payload, true);
         if (m_cipher.Cancelled()) {
-            return FileError::Cancelled;
+            return Fail(kCancelled);
         }
-        if (FileError error = WriteBlock(m_plain, static_cast<std::int32_t>(kChunkBytes), sink);
-            error != FileError::None) {
-            return error;
+        if (auto written = WriteBlock(m_plain, static_cast<std::int32_t>(kChunkBytes), sink);
+            !written) {
+            return written;
         }
         m_observer.OnBytesDone(m_next - offset);
     }
-    return FileError::None;
+    return {};
 }
 
 } // namespace kelvora

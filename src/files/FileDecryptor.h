@@ -46,26 +46,29 @@ public:
     FileDecryptor(const FileDecryptor&) = delete;
     FileDecryptor& operator=(const FileDecryptor&) = delete;
 
-    // ReadFirst gives None with the first record in `first`, or DamagedData when the record
-    // cannot be read, or Cancelled.
-    [[nodiscard]] FileError ReadFirst(const FileRange& range, FirstRecord& first);
+    // ReadFirst decrypts a file's first record and tells what it holds. It fails with
+    // DamagedData when the record cannot be read, or Cancelled (chunk 1 either way).
+    [[nodiscard]] Result<FirstRecord, FileFailure> ReadFirst(const FileRange& range);
 
-    // Restore follows ReadFirst on the same range. On failure it gives DamagedData (with
-    // the chunk in FailedChunk), WriteFailed (errno in the sink) or Cancelled.
-    [[nodiscard]] FileError Restore(const FileRange& range, ByteSink& sink);
-    std::int64_t FailedChunk() const { return m_chunk; }
+    // Restore follows ReadFirst on the same range. It fails with the chunk it stopped at:
+    // DamagedData, WriteFailed (with errno) or Cancelled.
+    [[nodiscard]] Result<void, FileFailure> Restore(const FileRange& range, ByteSink& sink);
 
     // UsePipeline makes ReadFirst and Restore take their records from pipeline (null: decode
     // them here again). The files must then be read in index order.
     void UsePipeline(RecordPipeline* pipeline) { m_pipeline = pipeline; }
 
 private:
-    [[nodiscard]] FileError WriteBlock(std::span<const std::uint8_t> block, std::int32_t maxPlain,
-                                       ByteSink& sink);
-    [[nodiscard]] FileError WriteRestored(const DecodedRecord& record, ByteSink& sink);
-    // TakeDecoded gets the current chunk from the pipeline: None, DamagedData when it cannot
-    // be read, or Cancelled while waiting for it.
-    [[nodiscard]] FileError TakeDecoded(const FileRange& range);
+    [[nodiscard]] Result<void, FileFailure> RestoreChunks(const FileRange& range, ByteSink& sink);
+    [[nodiscard]] Result<void, FileFailure> WriteBlock(std::span<const std::uint8_t> block,
+                                                       std::int32_t maxPlain, ByteSink& sink);
+    [[nodiscard]] Result<void, FileFailure> WriteRestored(const DecodedRecord& record,
+                                                          ByteSink& sink);
+    [[nodiscard]] static Result<void, FileFailure> Write(std::span<const std::uint8_t> bytes,
+                                                         ByteSink& sink);
+    // TakeDecoded gets the current chunk from the pipeline: DamagedData when it cannot be
+    // read, or Cancelled while waiting for it.
+    [[nodiscard]] Result<void, FileFailure> TakeDecoded(const FileRange& range);
 
     ContainerReader& m_reader;
     JobCipher& m_cipher;

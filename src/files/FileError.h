@@ -34,6 +34,14 @@ enum class FileError {
     EntriesLeftOut, // the job did everything else, but some entries were left out (named)
 };
 
+// FileFailure is the error of a step inside a file job: what went wrong, the chunk it
+// happened at (from 1, where it matters) and errno for file-system errors.
+struct FileFailure {
+    FileError error = FileError::None;
+    std::int64_t chunk = 0;
+    int systemError = 0;
+};
+
 // OmittedEntry is one entry a job left out: its name as shown to a person and why.
 struct OmittedEntry {
     std::string name;
@@ -60,6 +68,12 @@ struct FileJobResult {
 inline FileJobResult Failure(FileError error, std::size_t fileIndex = 0, std::int64_t chunk = 0,
                              std::string name = {}, int systemError = 0) {
     return FileJobResult{error, fileIndex, chunk, std::move(name), systemError, {}};
+}
+
+// Failure builds the result of a job that ended with a step's failure.
+inline FileJobResult Failure(const FileFailure& failure, std::size_t fileIndex,
+                             std::string name = {}) {
+    return Failure(failure.error, fileIndex, failure.chunk, std::move(name), failure.systemError);
 }
 
 } // namespace kelvora

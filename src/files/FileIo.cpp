@@ -45,7 +45,7 @@ std::pair<std::string, std::string> SplitFolderAndLeaf(const std::string& path) 
 
 // MoveAll calls io(done) until total bytes are read or written; io returns what read, pread
 // or write return. An early end counts as EIO.
-template <typename Io> bool MoveAll(std::size_t total, int& error, Io io) {
+template <typename Io> Result<void, Errno> MoveAll(std::size_t total, Io io) {
     std::size_t done = 0;
     while (done < total) {
         const ssize_t moved = io(done);
@@ -53,12 +53,11 @@ template <typename Io> bool MoveAll(std::size_t total, int& error, Io io) {
             continue;
         }
         if (moved <= 0) {
-            error = moved == 0 ? EIO : errno;
-            return false;
+            return Fail(moved == 0 ? EIO : errno);
         }
         done += static_cast<std::size_t>(moved);
     }
-    return true;
+    return {};
 }
 
 // RenameWithoutReplacing never replaces a file that appeared meanwhile. File systems without
@@ -85,36 +84,32 @@ InputFile::~InputFile() {
     }
 }
 
-bool InputFile::Open(const std::string& path) {
+Result<void, FileFailure> InputFile::Open(const std::string& path) {
     // O_NONBLOCK: opening a FIFO without a writer must not wait; regular files ignore it.
     m_fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     struct stat info {};
     if (m_fd < 0 || ::fstat(m_fd, &info) != 0) {
-        m_error = errno;
-        return false;
+        return Fail(FileFailure{FileError::ReadFailed, 0, errno});
     }
     if (S_ISDIR(info.st_mode)) {
-        m_error = EISDIR;
-        return false;
+        return Fail(FileFailure{FileError::ReadFailed, 0, EISDIR});
     }
     if (!S_ISREG(info.st_mode)) {
-        m_notRegular = true;
-        m_error = EINVAL;
-        return false;
+        return Fail(FileFailure{FileError::NotRegularFile, 0, EINVAL});
     }
     m_size = info.st_size;
     ::posix_fadvise(m_fd, 0, 0, POSIX_FADV_SEQUENTIAL);
-    return true;
+    return {};
 }
 
-bool InputFile::ReadExact(std::span<std::uint8_t> out) {
-    return MoveAll(out.size(), m_error, [&](std::size_t done) {
+Result<void, Errno> InputFile::ReadExact(std::span<std::uint8_t> out) {
+    return MoveAll(out.size(), [&](std::size_t done) {
         return ::read(m_fd, out.data() + done, out.size() - done);
     });
 }
 
-bool InputFile::ReadAt(std::int64_t offset, std::span<std::uint8_t> out) {
-    return MoveAll(out.size(), m_error, [&](std::size_t done) {
+Result<void, Errno> InputFile::ReadAt(std::int64_t offset, std::span<std::uint8_t> out) {
+    return MoveAll(out.size(), [&](std::size_t done) {
         return ::pread(m_fd, out.data() + done, out.size() - done,
                        static_cast<off_t>(offset) + static_cast<off_t>(done));
     });
@@ -143,41 +138,40 @@ TempOutputFile::~TempOutputFile() {
     Discard();
 }
 
-bool TempOutputFile::Create(const std::string& finalPath) {
+Result<void, Errno> TempOutputFile::Create(const std::string& finalPath) {
     const auto [folder, leaf] = SplitFolderAndLeaf(finalPath);
-    UniqueFd opened = OpenFolder(folder);
-    if (!opened.Valid()) {
-        m_error = errno;
-        return false;
+    Result<UniqueFd, Errno> opened = OpenFolder(folder);
+    if (!opened) {
+        return Fail(opened.error());
     }
-    return CreateIn(std::move(opened), leaf);
+    return CreateIn(std::move(opened).value(), leaf);
 }
 
-bool TempOutputFile::CreateIn(UniqueFd folder, const std::string& leaf) {
+Result<void, Errno> TempOutputFile::CreateIn(UniqueFd folder, const std::string& leaf) {
     m_folder = std::move(folder);
     m_leaf = leaf;
     m_file.Reset(::openat(m_folder.Get(), ".", O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666));
     if (m_file.Valid()) {
-        return true;
+        return {};
     }
     for (int attempt = 0; attempt < kTempNameAttempts; ++attempt) {
         m_tempName = HiddenTempName(leaf);
         m_file.Reset(::openat(m_folder.Get(), m_tempName.c_str(),
                               O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
         if (m_file.Valid()) {
-            return true;
+            return {};
         }
         if (errno != EEXIST) {
             break;
         }
     }
-    m_error = errno;
+    const Errno error = errno;
     m_tempName.clear();
-    return false;
+    return Fail(error);
 }
 
-bool TempOutputFile::Write(std::span<const std::uint8_t> bytes) {
-    return MoveAll(bytes.size(), m_error, [&](std::size_t done) {
+Result<void, Errno> TempOutputFile::Write(std::span<const std::uint8_t> bytes) {
+    return MoveAll(bytes.size(), [&](std::size_t done) {
         return ::write(m_file.Get(), bytes.data() + done, bytes.size() - done);
     });
 }
@@ -203,34 +197,30 @@ void TempOutputFile::Retarget(const std::string& finalPath) {
     m_leaf = slash == std::string::npos ? finalPath : finalPath.substr(slash + 1);
 }
 
-bool TempOutputFile::Commit(bool replace) {
+Result<void, Errno> TempOutputFile::Commit(bool replace) {
     if (!m_file.Valid()) {
-        m_error = EBADF;
-        return false;
+        return Fail(EBADF);
     }
     if (m_tempName.empty()) {
         if (!replace) {
             // A link never replaces: a file that appeared meanwhile makes it fail with EEXIST.
             if (!LinkUnnamed(m_leaf) || m_file.Reset() != 0) {
-                m_error = errno;
-                return false;
+                return Fail(errno);
             }
-            return true;
+            return {};
         }
         // Replacing takes a name first, then a rename swaps it in at once.
         const std::string name = HiddenTempName(m_leaf);
         if (!LinkUnnamed(name)) {
-            m_error = errno;
-            return false;
+            return Fail(errno);
         }
         m_tempName = name;
     }
     if (m_file.Reset() != 0 || !MoveInPlace(replace)) {
-        m_error = errno;
-        return false;
+        return Fail(errno);
     }
     m_tempName.clear();
-    return true;
+    return {};
 }
 
 void TempOutputFile::Discard() {
@@ -246,8 +236,12 @@ bool PathExists(const std::string& path) {
     return ::lstat(path.c_str(), &info) == 0;
 }
 
-UniqueFd OpenFolder(const std::string& path) {
-    return UniqueFd(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+Result<UniqueFd, Errno> OpenFolder(const std::string& path) {
+    UniqueFd folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!folder.Valid()) {
+        return Fail(errno);
+    }
+    return folder;
 }
 
 } // namespace kelvora

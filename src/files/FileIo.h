@@ -1,5 +1,8 @@
 #pragma once
 
+#include "common/Result.h"
+#include "files/FileError.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -8,8 +11,10 @@
 
 namespace kelvora {
 
-// InputFile reads a file that the job must never change. Every call reports failure by
-// its result and keeps errno in LastError.
+// Errno is the error of the file-system layer: the errno value of the call that failed.
+using Errno = int;
+
+// InputFile reads a file that the job must never change.
 class InputFile {
 public:
     InputFile() = default;
@@ -17,39 +22,32 @@ public:
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;
 
-    // Open opens path for reading and learns its size; false on failure. Only regular files
-    // are opened: a FIFO, socket or device is refused (NotRegular) without ever blocking.
-    [[nodiscard]] bool Open(const std::string& path);
-    bool NotRegular() const { return m_notRegular; }
+    // Open opens path for reading and learns its size. It fails with ReadFailed and errno,
+    // or with NotRegularFile for a FIFO, socket or device (refused without ever blocking).
+    [[nodiscard]] Result<void, FileFailure> Open(const std::string& path);
     std::int64_t Size() const { return m_size; }
 
-    // ReadExact reads the next out.size() bytes; false on failure or an early end.
-    [[nodiscard]] bool ReadExact(std::span<std::uint8_t> out);
-    // ReadAt reads out.size() bytes at offset; false on failure or an early end.
-    [[nodiscard]] bool ReadAt(std::int64_t offset, std::span<std::uint8_t> out);
-
-    int LastError() const { return m_error; }
+    // ReadExact reads the next out.size() bytes; an early end fails with EIO.
+    [[nodiscard]] Result<void, Errno> ReadExact(std::span<std::uint8_t> out);
+    // ReadAt reads out.size() bytes at offset; an early end fails with EIO.
+    [[nodiscard]] Result<void, Errno> ReadAt(std::int64_t offset, std::span<std::uint8_t> out);
 
 private:
     int m_fd = -1;
     std::int64_t m_size = 0;
-    int m_error = 0;
-    bool m_notRegular = false;
 };
 
-// ByteSink takes a job's output bytes. Write gives false on failure, with errno in
-// LastError.
+// ByteSink takes a job's output bytes; Write fails with errno.
 class ByteSink {
 public:
     virtual ~ByteSink() = default;
-    [[nodiscard]] virtual bool Write(std::span<const std::uint8_t> bytes) = 0;
-    virtual int LastError() const { return 0; }
+    [[nodiscard]] virtual Result<void, Errno> Write(std::span<const std::uint8_t> bytes) = 0;
 };
 
 // NullSink takes everything and keeps nothing (testing a container writes nothing).
 class NullSink final : public ByteSink {
 public:
-    bool Write(std::span<const std::uint8_t>) override { return true; }
+    Result<void, Errno> Write(std::span<const std::uint8_t>) override { return {}; }
 };
 
 // UniqueFd owns a file descriptor and closes it when destroyed.
@@ -84,16 +82,15 @@ public:
     TempOutputFile(const TempOutputFile&) = delete;
     TempOutputFile& operator=(const TempOutputFile&) = delete;
 
-    // Create prepares the file in finalPath's folder; false (errno in LastError) on failure.
-    [[nodiscard]] bool Create(const std::string& finalPath);
+    // Create prepares the file in finalPath's folder.
+    [[nodiscard]] Result<void, Errno> Create(const std::string& finalPath);
     // CreateIn prepares the file named leaf inside the open folder.
-    [[nodiscard]] bool CreateIn(UniqueFd folder, const std::string& leaf);
-    bool Write(std::span<const std::uint8_t> bytes) override;
-    int LastError() const override { return m_error; }
+    [[nodiscard]] Result<void, Errno> CreateIn(UniqueFd folder, const std::string& leaf);
+    Result<void, Errno> Write(std::span<const std::uint8_t> bytes) override;
 
     // Commit gives the complete file its final name. With replace false an existing file
     // is never replaced (the call then fails with EEXIST).
-    [[nodiscard]] bool Commit(bool replace);
+    [[nodiscard]] Result<void, Errno> Commit(bool replace);
     // Retarget changes the final path before Commit, within the same folder (a file that
     // turned out damaged is kept under a name that says so).
     void Retarget(const std::string& finalPath);
@@ -109,7 +106,6 @@ private:
 
     UniqueFd m_folder;
     UniqueFd m_file;
-    int m_error = 0;
     std::string m_leaf;
     std::string m_tempName; // empty for an unnamed file
 };
@@ -117,7 +113,7 @@ private:
 // PathExists is true when anything (file, folder, link) is at path.
 [[nodiscard]] bool PathExists(const std::string& path);
 
-// OpenFolder opens path as a folder (following links: the person chose it); -1 on failure.
-[[nodiscard]] UniqueFd OpenFolder(const std::string& path);
+// OpenFolder opens path as a folder (following links: the person chose it).
+[[nodiscard]] Result<UniqueFd, Errno> OpenFolder(const std::string& path);
 
 } // namespace kelvora

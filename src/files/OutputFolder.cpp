@@ -39,35 +39,35 @@ std::string LeafOf(const std::string& relativePath) {
     return slash == std::string::npos ? relativePath : relativePath.substr(slash + 1);
 }
 
-bool OutputFolder::Open(const std::string& root, int* error) {
+Result<void, Errno> OutputFolder::Open(const std::string& root) {
     std::error_code made;
     std::filesystem::create_directories(root, made);
-    m_root = OpenFolder(root);
-    if (!m_root.Valid()) {
+    Result<UniqueFd, Errno> opened = OpenFolder(root);
+    if (!opened) {
         // The folder's own error (no permission, a full disk) says more than ENOENT.
-        *error = made ? made.value() : errno;
-        return false;
+        return Fail(made ? made.value() : opened.error());
     }
-    return true;
+    m_root = std::move(opened).value();
+    return {};
 }
 
-Spot OutputFolder::Look(const std::string& relativePath) const {
+Result<Spot, Errno> OutputFolder::Look(const std::string& relativePath) const {
     UniqueFd folder(::dup(m_root.Get()));
     for (const std::string& level : FolderLevels(relativePath)) {
         UniqueFd next = OpenLevel(folder.Get(), level);
         if (!next.Valid()) {
-            return errno == ENOENT ? Spot{} : Spot{SpotState::Blocked, errno};
+            return errno == ENOENT ? Result<Spot, Errno>(Spot::Free) : Fail(errno);
         }
         folder = std::move(next);
     }
     struct stat info {};
     if (::fstatat(folder.Get(), LeafOf(relativePath).c_str(), &info, AT_SYMLINK_NOFOLLOW) != 0) {
-        return errno == ENOENT ? Spot{} : Spot{SpotState::Blocked, errno};
+        return errno == ENOENT ? Result<Spot, Errno>(Spot::Free) : Fail(errno);
     }
-    return S_ISDIR(info.st_mode) ? Spot{SpotState::Blocked, EISDIR} : Spot{SpotState::Taken, 0};
+    return S_ISDIR(info.st_mode) ? Fail(EISDIR) : Result<Spot, Errno>(Spot::Taken);
 }
 
-UniqueFd OutputFolder::OpenParent(const std::string& relativePath, int* error) const {
+Result<UniqueFd, Errno> OutputFolder::OpenParent(const std::string& relativePath) const {
     UniqueFd folder(::dup(m_root.Get()));
     for (const std::string& level : FolderLevels(relativePath)) {
         UniqueFd next = OpenLevel(folder.Get(), level);
@@ -75,14 +75,12 @@ UniqueFd OutputFolder::OpenParent(const std::string& relativePath, int* error) c
             // mkdirat never follows a link at the new name, and the level is opened again
             // without following, so a link made meanwhile is still refused.
             if (::mkdirat(folder.Get(), level.c_str(), 0777) != 0 && errno != EEXIST) {
-                *error = errno;
-                return UniqueFd();
+                return Fail(errno);
             }
             next = OpenLevel(folder.Get(), level);
         }
         if (!next.Valid()) {
-            *error = errno;
-            return UniqueFd();
+            return Fail(errno);
         }
         folder = std::move(next);
     }

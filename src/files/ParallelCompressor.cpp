@@ -22,14 +22,18 @@ std::size_t ParallelCompressor::WorkersForThisMachine() {
 
 void ParallelCompressor::Compress(CompressedChunk& chunk) {
     chunk.block.clear();
-    chunk.failed =
-        chunk.readError == 0 && !chunk.data.empty() && CompressBlock(chunk.data, chunk.block) == 0;
+    if (!chunk.failure && !chunk.data.empty() && !CompressBlock(chunk.data, chunk.block)) {
+        chunk.failure = FileFailure{FileError::CompressFailed, 0, 0};
+    }
 }
 
-void ParallelCompressor::Submit(Bytes data, int readError) {
+void ParallelCompressor::Submit(Result<Bytes, Errno> data) {
     CompressedChunk chunk;
-    chunk.data = std::move(data);
-    chunk.readError = readError;
+    if (data) {
+        chunk.data = std::move(data).value();
+    } else {
+        chunk.failure = FileFailure{FileError::ReadFailed, 0, data.error()};
+    }
     m_workers.Submit(std::move(chunk));
 }
 

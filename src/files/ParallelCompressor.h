@@ -1,9 +1,12 @@
 #pragma once
 
 #include "common/Bytes.h"
+#include "files/FileError.h"
+#include "files/FileIo.h"
 #include "files/OrderedWorkers.h"
 
 #include <cstddef>
+#include <optional>
 
 namespace kelvora {
 
@@ -14,14 +17,13 @@ namespace kelvora {
 // is destroyed are dropped.
 class ParallelCompressor {
 public:
-    // CompressedChunk is one chunk's result: its compressed block (empty for empty data or
-    // a zlib failure, told apart by failed) and its data. A chunk that could not be read
-    // passes through with its errno in readError.
+    // CompressedChunk is one chunk's result: its data and its compressed block (empty for
+    // empty data), or the failure: ReadFailed with errno for a chunk that could not be read,
+    // CompressFailed when zlib could not compress it.
     struct CompressedChunk {
         Bytes data;
         Bytes block;
-        bool failed = false;
-        int readError = 0;
+        std::optional<FileFailure> failure;
     };
 
     // workers 0 compresses on the calling thread at Next.
@@ -32,8 +34,9 @@ public:
     // WorkersForThisMachine is one worker per processor: the caller's thread mostly waits.
     static std::size_t WorkersForThisMachine();
 
-    // Submit queues a chunk's data for compression, or a chunk that could not be read.
-    void Submit(Bytes data, int readError = 0);
+    // Submit queues a chunk's data for compression, or the errno of a chunk that could not
+    // be read.
+    void Submit(Result<Bytes, Errno> data);
     // Next waits for the oldest submitted chunk that has not been taken yet.
     [[nodiscard]] CompressedChunk Next();
     std::size_t InFlight() const { return m_workers.InFlight(); }

@@ -17,6 +17,10 @@ bool Before(const DecodedRecord& record, std::size_t fileIndex, std::int64_t chu
     return record.fileIndex < fileIndex || (record.fileIndex == fileIndex && record.chunk < chunk);
 }
 
+std::optional<std::size_t> Restored(const Result<std::size_t, BlockError>& restored) {
+    return restored ? std::optional<std::size_t>(*restored) : std::nullopt;
+}
+
 } // namespace
 
 RecordPipeline::RecordPipeline(std::string containerPath, const CRijndael& cipher,
@@ -25,7 +29,7 @@ RecordPipeline::RecordPipeline(std::string containerPath, const CRijndael& ciphe
       m_workers(workers, [&cipher](DecodedRecord& record) { Decode(cipher, record); }) {}
 
 void RecordPipeline::Decode(const CRijndael& cipher, DecodedRecord& record) {
-    if (record.end < 0) {
+    if (!record.end) {
         return;
     }
     Bytes& plain = record.payload; // deciphered in place
@@ -36,19 +40,20 @@ void RecordPipeline::Decode(const CRijndael& cipher, DecodedRecord& record) {
         if (record.first.kind == FirstRecordKind::Block) {
             const auto maxPlain =
                 static_cast<std::int32_t>(FirstChunkRoom(record.first.ansiName.size()));
-            record.restoredBytes = UncompressBlock(
-                std::span(plain).subspan(record.first.blockOffset), record.restored, maxPlain);
+            record.restoredBytes = Restored(UncompressBlock(
+                std::span(plain).subspan(record.first.blockOffset), record.restored, maxPlain));
         }
     } else {
-        record.restoredBytes =
-            UncompressBlock(plain, record.restored, static_cast<std::int32_t>(kChunkBytes));
+        record.restoredBytes = Restored(
+            UncompressBlock(plain, record.restored, static_cast<std::int32_t>(kChunkBytes)));
     }
     Bytes().swap(plain);
 }
 
 bool RecordPipeline::NextFileWithRecords() {
-    for (FileRange range; m_reader.NextFile(range);) {
-        if (range.byteCount != 0) {
+    // A read failure of the index ends the records here; the job's own walk reports it.
+    for (auto next = m_reader.NextFile(); next && next->has_value(); next = m_reader.NextFile()) {
+        if (const FileRange& range = **next; range.byteCount != 0) {
             m_file = range;
             m_next = range.offset;
             m_chunk = 0;
@@ -64,7 +69,7 @@ bool RecordPipeline::NextFileWithRecords() {
 void RecordPipeline::Fill() {
     if (!m_opened) {
         m_opened = true;
-        m_finished = m_reader.Open(m_path) != FileError::None;
+        m_finished = !m_reader.Open(m_path);
         if (!m_finished) {
             m_reader.Rewind();
             m_next = m_file.offset + m_file.byteCount; // no file yet
@@ -82,11 +87,11 @@ void RecordPipeline::Fill() {
         record.chunk = ++m_chunk;
         record.chain = m_chain;
         record.end = m_reader.ReadRecord(m_next, m_file.offset + m_file.byteCount, record.payload);
-        if (record.end < 0) {
+        if (!record.end) {
             m_next = m_file.offset + m_file.byteCount; // the rest of this file cannot be found
         } else {
             std::copy(record.payload.end() - kBlockBytes, record.payload.end(), m_chain.begin());
-            m_next = record.end;
+            m_next = *record.end;
         }
         m_workers.Submit(std::move(record));
     }
@@ -113,7 +118,7 @@ std::optional<DecodedRecord> RecordPipeline::Take(std::size_t fileIndex, std::in
             continue;
         }
         if (record->fileIndex != fileIndex || record->chunk != chunk) {
-            record->end = -1; // the caller asks for a record the index does not lead to
+            record->end.reset(); // the caller asks for a record the index does not lead to
         }
         Fill();
         return record;

@@ -20,12 +20,14 @@ namespace kelvora {
 // record is the chaining value of the next.
 struct DecodedRecord {
     std::size_t fileIndex = 0;
-    std::int64_t chunk = 0;         // from 1
-    std::int64_t end = -1;          // the container offset behind the record; -1: it cannot be read
-    FirstRecord first;              // what chunk 1 holds
-    Bytes restored;                 // the chunk's file bytes
-    std::int32_t restoredBytes = 0; // 0 when there is no block or it is damaged
-    Bytes payload;                  // the ciphertext, until a worker has deciphered it
+    std::int64_t chunk = 0; // from 1
+    // The container offset behind the record; nothing when it cannot be read.
+    std::optional<std::int64_t> end;
+    FirstRecord first; // what chunk 1 holds
+    Bytes restored;    // the chunk's file bytes
+    // How many of them; nothing when there is no block or it is damaged.
+    std::optional<std::size_t> restoredBytes;
+    Bytes payload; // the ciphertext, until a worker has deciphered it
     std::array<std::uint8_t, kBlockBytes> chain{};
 };
 
@@ -43,7 +45,7 @@ public:
     // Take gives record `chunk` of file `fileIndex`, dropping the records before it (of files
     // the caller passed over). While it waits it calls keepWaiting now and then, and gives
     // nothing once that says no. A record that cannot be read, or one the container does not
-    // have, comes back with end -1.
+    // have, comes back without an end.
     [[nodiscard]] std::optional<DecodedRecord> Take(std::size_t fileIndex, std::int64_t chunk,
                                                     const std::function<bool()>& keepWaiting);
 

@@ -37,11 +37,11 @@ public:
         m_start = 0;
         const std::size_t had = m_data.size();
         m_data.resize(n);
-        const std::int64_t got = m_source.Read(std::span(m_data).subspan(had));
-        if (got < 0) {
-            m_failed = true;
+        const Result<std::size_t, Errno> got = m_source.Read(std::span(m_data).subspan(had));
+        if (!got) {
+            m_failure = got.error();
         }
-        const std::size_t kept = had + static_cast<std::size_t>(std::max<std::int64_t>(got, 0));
+        const std::size_t kept = had + (got ? *got : 0);
         m_ended = kept < n;
         m_data.resize(kept);
         return kept;
@@ -51,15 +51,15 @@ public:
     }
     std::size_t Available() const { return m_data.size() - m_start; }
     void Consume(std::size_t n) { m_start += std::min(n, Available()); }
-    bool Failed() const { return m_failed; }
-    int LastError() const { return m_source.LastError(); }
+    // ReadError is the errno of a read that failed, nothing while all reads worked.
+    std::optional<Errno> ReadError() const { return m_failure; }
 
 private:
     ByteSource& m_source;
     std::vector<std::uint8_t> m_data;
     std::size_t m_start = 0;
     bool m_ended = false;
-    bool m_failed = false;
+    std::optional<Errno> m_failure;
 };
 
 class Walker {
@@ -138,8 +138,8 @@ bool Walker::ContinuationHere() {
     Bytes block(kCipherBlockBytes);
     m_cipher.Cipher().DecryptBlocksCbc(m_input.Bytes().data() + kRecordLengthBytes, block.data(), 1,
                                        chain.data());
-    const std::int32_t plain = BlockPlainLength(block);
-    return plain >= 1 && static_cast<std::size_t>(plain) <= kChunkBytes;
+    const Result<std::int32_t, BlockError> plain = BlockPlainLength(block);
+    return plain && *plain >= 1 && static_cast<std::size_t>(*plain) <= kChunkBytes;
 }
 
 Bytes Walker::TakeRecord(std::size_t payloadBytes, Chain& chain) {
@@ -195,17 +195,17 @@ bool Walker::WalkFile(const FirstRecord& first) {
     }
     while (true) {
         if (!block.empty() && error == FileError::None) {
-            const std::int32_t restored =
+            const Result<std::size_t, BlockError> restored =
                 UncompressBlock(block, m_restored, static_cast<std::int32_t>(fullPlain));
-            if (restored == 0) {
+            if (!restored) {
                 error = FileError::DamagedData;
                 damagedChunk = chunk;
-            } else if (sink != nullptr &&
-                       !sink->Write(
-                           std::span(m_restored).first(static_cast<std::size_t>(restored)))) {
-                return Stop(Failure(FileError::WriteFailed, index, chunk, {}, sink->LastError()));
+            } else if (sink != nullptr) {
+                if (auto written = sink->Write(std::span(m_restored).first(*restored)); !written) {
+                    return Stop(Failure(FileError::WriteFailed, index, chunk, {}, written.error()));
+                }
             }
-            full = error == FileError::None && static_cast<std::size_t>(restored) == fullPlain;
+            full = error == FileError::None && restored && *restored == fullPlain;
         }
         if (m_cipher.Cancelled()) {
             return Stop(Failure(FileError::Cancelled, index, chunk));
@@ -254,8 +254,8 @@ WalkOutcome Walker::Run(const SecretBytes& key) {
             }
             continue;
         }
-        if (m_input.Failed()) {
-            m_outcome.result = Failure(FileError::ReadFailed, 0, 0, {}, m_input.LastError());
+        if (m_input.ReadError()) {
+            m_outcome.result = Failure(FileError::ReadFailed, 0, 0, {}, *m_input.ReadError());
             break;
         }
         if (m_input.Ensure(1) == 0 || IndexHere()) {
@@ -276,8 +276,8 @@ WalkOutcome Walker::Run(const SecretBytes& key) {
             m_outcome.result = Failure(FileError::Cancelled);
         }
     }
-    if (m_outcome.result.ok() && m_input.Failed()) {
-        m_outcome.result = Failure(FileError::ReadFailed, 0, 0, {}, m_input.LastError());
+    if (m_outcome.result.ok() && m_input.ReadError()) {
+        m_outcome.result = Failure(FileError::ReadFailed, 0, 0, {}, *m_input.ReadError());
     }
     return m_outcome;
 }

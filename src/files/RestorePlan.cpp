@@ -20,7 +20,8 @@ public:
 
 private:
     bool IsTaken(const std::string& relative) const {
-        return m_planned.contains(relative) || m_folder.Look(relative).state != SpotState::Free;
+        const Result<Spot, Errno> spot = m_folder.Look(relative);
+        return m_planned.contains(relative) || !spot || *spot != Spot::Free;
     }
     void Resolve(PlannedFile& file);
     void Rename(PlannedFile& file);
@@ -55,14 +56,14 @@ void Planner::Decide(PlannedFile& file) {
         file.systemError = ENAMETOOLONG;
         return;
     }
-    const Spot spot = m_folder.Look(file.relative);
-    if (spot.state == SpotState::Blocked) {
+    const Result<Spot, Errno> spot = m_folder.Look(file.relative);
+    if (!spot) {
         file.action = PlannedFile::Action::LeaveOut;
         file.why = FileError::LinkInPath;
-        file.systemError = spot.error;
+        file.systemError = spot.error();
         return;
     }
-    if (spot.state == SpotState::Taken || m_planned.contains(file.relative)) {
+    if (*spot == Spot::Taken || m_planned.contains(file.relative)) {
         Resolve(file);
     }
     if (file.action == PlannedFile::Action::Write && file.elsewhere.empty()) {
@@ -125,41 +126,37 @@ std::string NumberedName(const std::string& relative, int n) {
     return relative.substr(0, dot) + " (" + std::to_string(n) + ")" + relative.substr(dot);
 }
 
-RestorePlan PlanRestore(ContainerSession& session, const OutputFolder& folder,
-                        const std::string& root, FileJobObserver& observer) {
+Result<RestorePlan, FileJobResult> PlanRestore(ContainerSession& session,
+                                               const OutputFolder& folder, const std::string& root,
+                                               FileJobObserver& observer) {
     Planner planner(folder, root, observer);
-    ContainerReader& reader = session.Reader();
-    reader.Rewind();
-    for (FileRange range; reader.NextFile(range);) {
-        if (range.byteCount == 0) {
-            continue;
-        }
-        FirstRecord first;
-        if (const FileError error = session.Decryptor().ReadFirst(range, first);
-            error != FileError::None) {
-            planner.Plan().failure = Failure(error, range.index, 1);
-            return std::move(planner.Plan());
-        }
-        PlannedFile file;
-        file.range = range;
-        file.shown = DisplayName(first.ansiName);
-        if (first.kind == FirstRecordKind::Inconsistent) {
-            // A later file whose first record makes no sense is damaged (the passphrase was
-            // proven right on an earlier one); it is left out, the rest restored.
-            file.shown = "file " + std::to_string(range.index + 1);
-            file.action = PlannedFile::Action::LeaveOut;
-            file.why = FileError::DamagedData;
-        } else if (const auto relative = RelativePathFromStoredName(first.ansiName)) {
-            file.relative = *relative;
-            planner.Decide(file);
-        } else {
-            file.action = PlannedFile::Action::LeaveOut;
-            file.why = FileError::UnsafeName;
-        }
-        planner.Plan().files.push_back(std::move(file));
-    }
-    if (FileJobResult walked = WalkResult(reader, {}); !walked.ok()) {
-        planner.Plan().failure = walked;
+    FileJobResult walked = ForEachFile(
+        session.Reader(), [&](const FileRange& range) -> Result<FileStep, FileJobResult> {
+            const Result<FirstRecord, FileFailure> first = session.Decryptor().ReadFirst(range);
+            if (!first) {
+                return Fail(Failure(first.error().error, range.index, 1));
+            }
+            PlannedFile file;
+            file.range = range;
+            file.shown = DisplayName(first->ansiName);
+            if (first->kind == FirstRecordKind::Inconsistent) {
+                // A later file whose first record makes no sense is damaged (the passphrase
+                // was proven right on an earlier one); it is left out, the rest restored.
+                file.shown = "file " + std::to_string(range.index + 1);
+                file.action = PlannedFile::Action::LeaveOut;
+                file.why = FileError::DamagedData;
+            } else if (const auto relative = RelativePathFromStoredName(first->ansiName)) {
+                file.relative = *relative;
+                planner.Decide(file);
+            } else {
+                file.action = PlannedFile::Action::LeaveOut;
+                file.why = FileError::UnsafeName;
+            }
+            planner.Plan().files.push_back(std::move(file));
+            return FileStep::Next;
+        });
+    if (!walked.ok()) {
+        return Fail(std::move(walked));
     }
     return std::move(planner.Plan());
 }

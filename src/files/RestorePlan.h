@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Result.h"
 #include "files/ContainerIndex.h"
 #include "files/FileError.h"
 #include "files/FileJobObserver.h"
@@ -36,11 +37,14 @@ struct RestorePlan {
     // Set when an answer was Cancel; conflicts names every file that exists already.
     bool cancelled = false;
     std::vector<std::string> conflicts;
-    FileJobResult failure; // a damaged first record ends planning
 };
 
-[[nodiscard]] RestorePlan PlanRestore(ContainerSession& session, const OutputFolder& folder,
-                                      const std::string& root, FileJobObserver& observer);
+// PlanRestore walks the container once and plans every file; a damaged first record (or an
+// index that can no longer be read) ends planning with that failure.
+[[nodiscard]] Result<RestorePlan, FileJobResult> PlanRestore(ContainerSession& session,
+                                                             const OutputFolder& folder,
+                                                             const std::string& root,
+                                                             FileJobObserver& observer);
 
 // NumberedName gives "name (n).ext" for a path's file name ("a/b.txt", 2 -> "a/b (2).txt").
 [[nodiscard]] std::string NumberedName(const std::string& relative, int n);

@@ -33,21 +33,19 @@ FileJobResult EncryptStream(const StreamEncryptRequest& request, ByteSink& sink,
     std::int64_t byteCount = 0;
     for (std::int64_t chunk = 1;; ++chunk) {
         const std::size_t wanted = data.size();
-        const std::int64_t got = request.source->Read(data);
-        if (got < 0) {
-            return Failure(FileError::ReadFailed, 0, chunk, {}, request.source->LastError());
+        const Result<std::size_t, Errno> got = request.source->Read(data);
+        if (!got) {
+            return Failure(FileError::ReadFailed, 0, chunk, {}, got.error());
         }
-        if (got == 0 && chunk > 1) {
+        if (*got == 0 && chunk > 1) {
             break; // the stream ended exactly with the last full chunk
         }
-        data.resize(static_cast<std::size_t>(got));
+        data.resize(*got);
         Bytes plain = chunk == 1 ? StreamHeader(name, *request.random) : Bytes();
         if (!data.empty()) {
-            const std::int32_t length = CompressBlock(data, block);
-            if (length == 0) {
+            if (!CompressBlock(data, block)) {
                 return Failure(FileError::CompressFailed, 0, chunk, name, 0);
             }
-            block.resize(static_cast<std::size_t>(length));
             if (chunk == 1) {
                 plain[kTailByteOffset] = static_cast<std::uint8_t>(block.size() % 32);
             }
@@ -57,19 +55,19 @@ FileJobResult EncryptStream(const StreamEncryptRequest& request, ByteSink& sink,
         if (payload.empty() || cipher.Cancelled()) {
             return Failure(FileError::Cancelled, 0, chunk);
         }
-        if (!WriteRecord(sink, payload)) {
-            return Failure(FileError::WriteFailed, 0, chunk, {}, sink.LastError());
+        if (auto written = WriteRecord(sink, payload); !written) {
+            return Failure(FileError::WriteFailed, 0, chunk, {}, written.error());
         }
         byteCount += static_cast<std::int64_t>(payload.size() + kRecordLengthBytes);
-        observer.OnBytesDone(got);
+        observer.OnBytesDone(static_cast<std::int64_t>(*got));
         if (data.size() < wanted) {
             break;
         }
         data.resize(kChunkBytes);
     }
     const std::int64_t counts[] = {byteCount};
-    if (!sink.Write(EncodeIndex(counts))) {
-        return Failure(FileError::WriteFailed, 0, 0, {}, sink.LastError());
+    if (auto written = sink.Write(EncodeIndex(counts)); !written) {
+        return Failure(FileError::WriteFailed, 0, 0, {}, written.error());
     }
     observer.OnFileDone(0, name);
     return {};

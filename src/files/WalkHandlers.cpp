@@ -1,10 +1,29 @@
 #include "files/WalkHandlers.h"
 
 #include "files/ContainerSession.h"
+#include "files/DecryptJob.h"
 #include "files/OutputFolder.h"
 #include "files/StoredName.h"
 
 namespace kelvora {
+
+namespace {
+
+// CreateBelow prepares output at inFolder below folder, making the folders on its way.
+Result<void, Errno> CreateBelow(const std::string& folder, const std::string& inFolder,
+                                TempOutputFile& output) {
+    OutputFolder root;
+    if (auto opened = root.Open(folder); !opened) {
+        return opened;
+    }
+    Result<UniqueFd, Errno> parent = root.OpenParent(inFolder);
+    if (!parent) {
+        return Fail(parent.error());
+    }
+    return output.CreateIn(std::move(parent).value(), LeafOf(inFolder));
+}
+
+} // namespace
 
 ByteSink* WalkRestorer::OnFileStarted(std::size_t index, const std::string& ansiName) {
     m_shown = DisplayName(ansiName);
@@ -15,24 +34,20 @@ ByteSink* WalkRestorer::OnFileStarted(std::size_t index, const std::string& ansi
         m_observer.OnFileRefused(index, m_shown, FileError::UnsafeName);
         return nullptr;
     }
-    m_path = m_folder + "/" + *relative;
-    const Target target = ChooseTarget(m_path, m_replace, m_observer);
-    if (target != Target::Write) {
-        if (target == Target::Cancel) {
+    TargetChoice choice = ChooseTarget(m_folder + "/" + *relative, m_observer);
+    m_path = std::move(choice.path);
+    m_replace = choice.replace;
+    if (choice.target != Target::Write) {
+        if (choice.target == Target::Cancel) {
             m_pending = Failure(FileError::Cancelled, index, 0, m_shown, 0);
         }
         return nullptr;
     }
     // Folders are made level by level below the chosen one, never through a link.
-    int folderError = 0;
     m_output = std::make_unique<TempOutputFile>();
-    const std::string inFolder = m_path.substr(m_folder.size() + 1);
-    OutputFolder root;
-    UniqueFd parent =
-        root.Open(m_folder, &folderError) ? root.OpenParent(inFolder, &folderError) : UniqueFd();
-    if (!parent.Valid() || !m_output->CreateIn(std::move(parent), LeafOf(inFolder))) {
-        m_pending = Failure(FileError::WriteFailed, index, 0, m_path,
-                            folderError != 0 ? folderError : m_output->LastError());
+    if (auto created = CreateBelow(m_folder, m_path.substr(m_folder.size() + 1), *m_output);
+        !created) {
+        m_pending = Failure(FileError::WriteFailed, index, 0, m_path, created.error());
         m_output.reset();
         return nullptr;
     }
@@ -60,8 +75,8 @@ FileJobResult WalkRestorer::OnFileEnded(std::size_t index, FileError error, std:
     if (!output) {
         return {};
     }
-    if (!output->Commit(m_replace)) {
-        return Failure(FileError::WriteFailed, index, 0, m_path, output->LastError());
+    if (auto committed = output->Commit(m_replace); !committed) {
+        return Failure(FileError::WriteFailed, index, 0, m_path, committed.error());
     }
     m_observer.OnFileDone(index, m_path);
     return {};

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "files/DecryptJob.h"
+#include "files/ContainerInspect.h"
 #include "files/FileIo.h"
 #include "files/RecordWalker.h"
 
@@ -15,11 +15,10 @@ namespace kelvora {
 class CountingSink final : public ByteSink {
 public:
     explicit CountingSink(ByteSink& next) : m_next(next) {}
-    bool Write(std::span<const std::uint8_t> bytes) override {
+    Result<void, Errno> Write(std::span<const std::uint8_t> bytes) override {
         m_count += static_cast<std::int64_t>(bytes.size());
         return m_next.Write(bytes);
     }
-    int LastError() const override { return m_next.LastError(); }
     std::int64_t Count() const { return m_count; }
     void Reset() { m_count = 0; }
 

@@ -20,37 +20,44 @@ struct BadBlockCase {
     const char* name;
     void (*spoil)(Bytes& block);
     std::int32_t maxPlain;
+    BlockError error;
 };
 
 class UncompressBadBlock : public ::testing::TestWithParam<BadBlockCase> {};
 
-TEST_P(UncompressBadBlock, GivesZero) {
+TEST_P(UncompressBadBlock, FailsWithItsError) {
     Bytes block;
-    ASSERT_GT(CompressBlock(PatternBytes(5000, 1, true), block), 0);
+    ASSERT_TRUE(CompressBlock(PatternBytes(5000, 1, true), block));
     GetParam().spoil(block);
     Bytes restored;
-    EXPECT_EQ(UncompressBlock(block, restored, GetParam().maxPlain), 0);
+    const auto result = UncompressBlock(block, restored, GetParam().maxPlain);
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error(), GetParam().error);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, UncompressBadBlock,
     ::testing::Values(
-        BadBlockCase{"WrongMagic", [](Bytes& b) { b[0] ^= 1; }, kNoLimit},
-        BadBlockCase{"HeaderOnly", [](Bytes& b) { b.resize(8); }, kNoLimit},
-        BadBlockCase{"PlainLengthTooSmall", [](Bytes& b) { PutInt32Le(&b[4], 4999); }, kNoLimit},
-        BadBlockCase{"PlainLengthNegative", [](Bytes& b) { PutInt32Le(&b[4], -5); }, kNoLimit},
-        BadBlockCase{"PlainLengthAboveLimit", [](Bytes&) {}, 4999},
-        BadBlockCase{"GarbledStream", [](Bytes& b) { b[20] ^= 0x55; }, kNoLimit},
-        BadBlockCase{"WrongChecksum", [](Bytes& b) { b.back() ^= 1; }, kNoLimit}),
+        BadBlockCase{"WrongMagic", [](Bytes& b) { b[0] ^= 1; }, kNoLimit, BlockError::BadMagic},
+        BadBlockCase{"HeaderOnly", [](Bytes& b) { b.resize(8); }, kNoLimit, BlockError::Empty},
+        BadBlockCase{"PlainLengthTooSmall", [](Bytes& b) { PutInt32Le(&b[4], 4999); }, kNoLimit,
+                     BlockError::InflateFailed},
+        BadBlockCase{"PlainLengthNegative", [](Bytes& b) { PutInt32Le(&b[4], -5); }, kNoLimit,
+                     BlockError::LengthOutOfRange},
+        BadBlockCase{"PlainLengthAboveLimit", [](Bytes&) {}, 4999, BlockError::LengthOutOfRange},
+        BadBlockCase{"GarbledStream", [](Bytes& b) { b[20] ^= 0x55; }, kNoLimit,
+                     BlockError::InflateFailed},
+        BadBlockCase{"WrongChecksum", [](Bytes& b) { b.back() ^= 1; }, kNoLimit,
+                     BlockError::InflateFailed}),
     [](const auto& info) { return info.param.name; });
 
 TEST(UncompressBlock, TakesAPlainLengthUpToTheLimitAndIgnoresThePaddingBehind) {
     const Bytes source = PatternBytes(5000, 1, true);
     Bytes block;
-    ASSERT_GT(CompressBlock(source, block), 0);
+    ASSERT_TRUE(CompressBlock(source, block));
     block.resize(block.size() + 31, 0);
     Bytes restored;
-    EXPECT_EQ(UncompressBlock(block, restored, 5000), 5000);
+    EXPECT_EQ(UncompressBlock(block, restored, 5000).value(), 5000u);
     EXPECT_EQ(restored, source);
 }
 
@@ -95,8 +102,9 @@ class CompressedChunk : public ::testing::TestWithParam<ChunkCase> {};
 TEST_P(CompressedChunk, IsABlockThatZlibsOwnUncompressRestores) {
     const Bytes& data = GetParam().data;
     Bytes block;
-    const std::int32_t length = CompressBlock(data, block);
-    ASSERT_EQ(static_cast<std::size_t>(length), block.size());
+    const auto length = CompressBlock(data, block);
+    ASSERT_TRUE(length);
+    ASSERT_EQ(*length, block.size());
     ASSERT_LE(block.size(), CompressCapacity(data.size()) + kBlockHeaderBytes);
     EXPECT_EQ(GetInt32Le(block.data()), kBlockMagic);
     EXPECT_EQ(GetInt32Le(block.data() + 4), static_cast<std::int32_t>(data.size()));
@@ -134,8 +142,9 @@ TEST_P(CompressedChunk, ZlibsBlocksAtEveryLevelAreRestored) {
         PutInt32Le(block.data(), kBlockMagic);
         PutInt32Le(block.data() + 4, static_cast<std::int32_t>(data.size()));
         Bytes restored;
-        EXPECT_EQ(UncompressBlock(block, restored), static_cast<std::int32_t>(data.size()))
-            << "level " << level;
+        const auto restoredLength = UncompressBlock(block, restored);
+        ASSERT_TRUE(restoredLength) << "level " << level;
+        EXPECT_EQ(*restoredLength, data.size()) << "level " << level;
         EXPECT_TRUE(restored == data) << "level " << level;
     }
 }
@@ -147,7 +156,7 @@ INSTANTIATE_TEST_SUITE_P(Chunks, CompressedChunk, ::testing::ValuesIn(ChunkCases
 TEST(CompressBlock, ShrinksTextAsFarAsZlibsDefaultLevel) {
     const Bytes text = PatternBytes(2097152, 9, true);
     Bytes block;
-    ASSERT_GT(CompressBlock(text, block), 0);
+    ASSERT_TRUE(CompressBlock(text, block));
     uLongf zlibLength = compressBound(static_cast<uLong>(text.size()));
     Bytes stream(zlibLength);
     ASSERT_EQ(compress(stream.data(), &zlibLength, text.data(), static_cast<uLong>(text.size())),

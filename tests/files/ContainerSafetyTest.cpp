@@ -2,6 +2,7 @@
 #include "crypto/KeyRules.h"
 #include "files/ContainerFormat.h"
 #include "files/ContainerIndex.h"
+#include "files/ContainerInspect.h"
 #include "files/DecryptJob.h"
 #include "files/LittleEndian.h"
 
@@ -127,10 +128,12 @@ INSTANTIATE_TEST_SUITE_P(
 // FailingSink passes writes through to the container file and fails the failAt-th one.
 struct FailingSink final : ByteSink {
     FailingSink(ByteSink& target, int at) : file(target), failAt(at) {}
-    bool Write(std::span<const std::uint8_t> bytes) override {
-        return ++writes != failAt && file.Write(bytes);
+    Result<void, Errno> Write(std::span<const std::uint8_t> bytes) override {
+        if (++writes == failAt) {
+            return Fail(ENOSPC);
+        }
+        return file.Write(bytes);
     }
-    int LastError() const override { return ENOSPC; }
     ByteSink& file;
     int failAt;
     int writes = 0;
@@ -211,9 +214,9 @@ TEST_P(LongStoredName, IsStoredWithAWarningAndRestoredExactly) {
     ASSERT_TRUE(EncryptPaths({scratch / "folder1"}, scratch / "c.vexo", observer).ok());
     EXPECT_EQ(observer.warnings, GetParam().leafBytes + 8 > 255 ? 1 : 0);
     const SecretBytes key = MakePassphraseKey(kPassphrase);
-    std::vector<ContainerEntry> entries;
-    ASSERT_TRUE(
-        ListContainer(DecryptRequest{scratch / "c.vexo", {}, &key}, entries, observer).ok());
+    const auto listed = ListContainer(DecryptRequest{scratch / "c.vexo", {}, &key}, observer);
+    ASSERT_TRUE(listed);
+    const std::vector<ContainerEntry>& entries = *listed;
     ASSERT_EQ(entries.size(), 1u);
     EXPECT_EQ(entries[0].name, "folder1/" + leaf);
     EXPECT_EQ(entries[0].plainBytes, static_cast<std::int64_t>(data.size()));

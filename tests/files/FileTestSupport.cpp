@@ -105,7 +105,7 @@ Bytes ZlibOwnStream(std::span<const std::uint8_t> data) {
 
 Bytes ProductStream(std::span<const std::uint8_t> data) {
     Bytes block;
-    if (CompressBlock(data, block) == 0) {
+    if (!CompressBlock(data, block)) {
         throw std::runtime_error("the compression binding failed");
     }
     Bytes stream(block.begin() + 8, block.end());

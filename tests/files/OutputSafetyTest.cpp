@@ -96,7 +96,7 @@ TEST(TempOutputFile, CommitReplacesOnlyWhenAsked) {
         TempOutputFile output;
         ASSERT_TRUE(output.Create(scratch / "result.bin"));
         ASSERT_TRUE(output.Write(kSome));
-        EXPECT_EQ(output.Commit(replace), replace);
+        EXPECT_EQ(output.Commit(replace).has_value(), replace);
         EXPECT_EQ(ReadFile(scratch / "result.bin"), replace ? kSome : BytesFromString("old"));
     }
     EXPECT_EQ(FilesBelow(scratch.Path()), std::vector<std::string>{"result.bin"});

@@ -3,6 +3,7 @@
 // at the same file and chunk, also for a wrong passphrase, damage, unsafe names and cancel.
 #include "FileTestSupport.h"
 #include "crypto/KeyRules.h"
+#include "files/ContainerInspect.h"
 #include "files/ContainerReader.h"
 #include "files/DecryptJob.h"
 #include "files/LittleEndian.h"
@@ -48,10 +49,14 @@ struct RecordAt {
 // length fields.
 std::size_t PayloadOffset(const std::string& path, const Bytes& container, RecordAt at) {
     ContainerReader reader;
-    EXPECT_EQ(reader.Open(path), FileError::None);
+    EXPECT_TRUE(reader.Open(path));
     reader.Rewind();
     FileRange range;
-    while (reader.NextFile(range) && range.index != at.file) {
+    for (auto next = reader.NextFile(); next && next->has_value(); next = reader.NextFile()) {
+        range = **next;
+        if (range.index == at.file) {
+            break;
+        }
     }
     auto offset = static_cast<std::size_t>(range.offset);
     for (std::int64_t chunk = 1; chunk < at.chunk; ++chunk) {

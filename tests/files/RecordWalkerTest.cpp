@@ -17,7 +17,7 @@ using namespace kelvora::testing;
 class MemorySource final : public ByteSource {
 public:
     MemorySource(Bytes bytes, std::size_t piece) : m_bytes(std::move(bytes)), m_piece(piece) {}
-    std::int64_t Read(std::span<std::uint8_t> out) override {
+    Result<std::size_t, Errno> Read(std::span<std::uint8_t> out) override {
         std::size_t done = 0;
         while (done < out.size() && m_at < m_bytes.size()) {
             const std::size_t n = std::min({out.size() - done, m_bytes.size() - m_at, m_piece});
@@ -26,7 +26,7 @@ public:
             m_at += n;
             done += n;
         }
-        return static_cast<std::int64_t>(done);
+        return done;
     }
 
 private:
@@ -38,9 +38,9 @@ private:
 class BytesSink final : public ByteSink {
 public:
     Bytes bytes;
-    bool Write(std::span<const std::uint8_t> more) override {
+    Result<void, Errno> Write(std::span<const std::uint8_t> more) override {
         bytes.insert(bytes.end(), more.begin(), more.end());
-        return true;
+        return {};
     }
 };
 
