@@ -9,9 +9,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace kelvora {
 
@@ -62,7 +64,9 @@ private:
     std::int64_t m_next = 0;
     std::int64_t m_chunk = 0;
     std::array<std::uint8_t, kBlockBytes> m_chain{};
-    OrderedWorkers<DecodedRecord> m_workers;
+    // Small records travel in batches, so that a hand-off costs less than their work.
+    OrderedWorkers<std::vector<DecodedRecord>> m_workers;
+    std::deque<DecodedRecord> m_ready; // the decoded batch being taken
 };
 
 } // namespace kelvora
