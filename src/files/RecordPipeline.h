@@ -36,8 +36,9 @@ struct DecodedRecord {
 // RecordPipeline reads the records of every file of a container in index order (files with
 // a byte count of 0 are passed over, as the reading jobs do), deciphers and decompresses them
 // on worker threads and hands them back in order. It opens its own reader on the container at
-// the first Take, so a job that never takes costs nothing. A few records are in flight at a
-// time, about 4 MiB each, whatever the container's size.
+// the first Take, so a job that never takes costs nothing. A few batches of records are in
+// flight at a time, about 4 MiB each (a full chunk, or small records together), whatever the
+// container's size.
 class RecordPipeline {
 public:
     // cipher must hold the job's key and outlive the pipeline; workers only call its bulk
