@@ -1,5 +1,6 @@
 // kelvora-docgen: writes the parts of the manual page and of the shell completion that come
-// from kelvora-cli's own command table, so that neither can drift from what --help says.
+// from kelvora-cli's own command table, so that neither can drift from what --help says: the
+// manual shows each command's help as --help prints it, the completion every option.
 //
 //   kelvora-docgen man TEMPLATE         the scdoc template with its {{COMMANDS}} line filled
 //   kelvora-docgen completion TEMPLATE  the bash template with {{COMMANDS}}, {{OPTIONS}} and
@@ -45,11 +46,7 @@ void WriteManCommands(std::ostream& out) {
     for (const Command* command : AllCommands()) {
         out << "## " << command->name << "\n\n"
             << ScdocText(Sentence(command->summary)) << "\n\n```\n";
-        out << command->usage;
-        if (!command->usage.ends_with('\n')) {
-            out << '\n';
-        }
-        out << "```\n\n";
+        out << CommandHelp(*command) << "```\n\n";
     }
 }
 
@@ -87,8 +84,8 @@ void WriteOptionCases(std::ostream& out) {
 void WriteValueOptionCases(std::ostream& out) {
     for (const Command* command : AllCommands()) {
         std::string patterns;
-        for (const OptionSpec& option : command->options) {
-            if (!option.takesValue) {
+        for (const OptionSpec& option : OptionsOf(*command)) {
+            if (!option.TakesValue()) {
                 continue;
             }
             patterns += (patterns.empty() ? "" : "|") + std::string(command->name) + ":--" +

@@ -6,6 +6,7 @@
 #include "common/Version.h"
 #include "i18n/Catalogue.h"
 #include "i18n/LocaliseForm.h"
+#include "i18n/TextIds.h"
 
 #include <QFrame>
 #include <QHBoxLayout>
@@ -17,11 +18,6 @@
 namespace kelvora {
 namespace {
 
-constexpr int kWelcomeId = 200;
-constexpr int kToolsQuestionId = 201;
-constexpr int kDescriptionId = 560;
-constexpr int kVersionId = 561;
-constexpr int kStartId = 152;
 constexpr int kLogoSide = 40;
 constexpr int kWindowWidth = 580;
 
@@ -45,10 +41,19 @@ struct PanelTexts {
 };
 
 const PanelTexts& TextsOf(AboutPanel panel) {
-    static constexpr PanelTexts kPrivacyTest{562, {0, 0}, 563, 564, {{{1, 565}, {0, 0}}}};
+    static constexpr PanelTexts kPrivacyTest{kPrivacyHeading,
+                                             {0, 0},
+                                             kPrivacyParagraph,
+                                             kPrivacyAction,
+                                             {{{1, kPrivacyLinkText}, {0, 0}}}};
     static constexpr PanelTexts kMakerTool{
-        kToolsQuestionId, {202, 203}, 566, 567, {{{2, 568}, {kStartPageLinkIndex, 569}}}};
-    static constexpr PanelTexts kPartnerTrial{570, {0, 0}, 571, 572, {{{3, 573}, {0, 0}}}};
+        kDoYouKnowHeading,
+        {kCookieToolText, kShredderToolText},
+        kToolboxParagraph,
+        kToolboxAction,
+        {{{2, kToolboxLinkText}, {kStartPageLinkIndex, kAllProductsLinkText}}}};
+    static constexpr PanelTexts kPartnerTrial{
+        kTrialHeading, {0, 0}, kTrialParagraph, kTrialAction, {{{3, kTrialLinkText}, {0, 0}}}};
     switch (panel) {
     case AboutPanel::MakerTool:
         return kMakerTool;
@@ -85,7 +90,7 @@ double FrmAbout::DrawPanel() {
 
 void FrmAbout::BuildWindow() {
     setObjectName(QStringLiteral("FrmAbout"));
-    setProperty("Tag", QStringLiteral("#%1").arg(kWelcomeId));
+    setProperty("Tag", QStringLiteral("#%1").arg(kWelcomeTitle));
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(theme::StyleSheet() +
@@ -100,7 +105,7 @@ void FrmAbout::BuildWindow() {
     layout->setSpacing(12);
     layout->addWidget(BuildHeader());
     layout->addWidget(
-        parts::Caption(QStringLiteral("LblWelcome"), kWelcomeId, this, QStringLiteral("title")));
+        parts::Caption(QStringLiteral("LblWelcome"), kWelcomeTitle, this, QStringLiteral("title")));
     m_lblDescription = TextLabel(QStringLiteral("LblDescription"), this);
     layout->addWidget(m_lblDescription);
     layout->addWidget(BuildPanel());
@@ -108,11 +113,11 @@ void FrmAbout::BuildWindow() {
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
-    m_command1 = parts::Button(QStringLiteral("Command1"), kStartId, this, true);
-    m_command1->setDefault(true);
-    buttons->addWidget(m_command1);
+    m_startButton = parts::Button(QStringLiteral("Command1"), kStartButtonText, this, true);
+    m_startButton->setDefault(true);
+    buttons->addWidget(m_startButton);
     layout->addLayout(buttons);
-    connect(m_command1, &QPushButton::clicked, this, [this] {
+    connect(m_startButton, &QPushButton::clicked, this, [this] {
         emit StartRequested();
         close();
     });
@@ -124,10 +129,7 @@ QWidget* FrmAbout::BuildHeader() {
     auto* row = new QHBoxLayout(header);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(10);
-    auto* logo = new QLabel(header);
-    logo->setObjectName(QStringLiteral("ImgLogo"));
-    logo->setPixmap(LogoPixmap(kLogoSide, devicePixelRatioF()));
-    row->addWidget(logo);
+    row->addWidget(parts::Logo(kLogoSide, header));
     auto* names = new QVBoxLayout;
     names->setSpacing(0);
     auto* product = new QLabel(QStringLiteral("Kelvora"), header);
@@ -141,7 +143,7 @@ QWidget* FrmAbout::BuildHeader() {
     m_flags = LanguageFlags(header);
     for (std::size_t i = 0; i < m_flags.size(); ++i) {
         const int languageBase = static_cast<int>(i) * kLanguageBaseStep;
-        connect(m_flags[i], &FlagImage::clicked, this, [this, languageBase] {
+        connect(m_flags[i], &FlagImage::Clicked, this, [this, languageBase] {
             SetLanguageBase(languageBase);
             emit LanguageChosen(LanguageOffsetOfBase(languageBase));
         });
@@ -180,10 +182,10 @@ QWidget* FrmAbout::BuildPanel() {
         link->setProperty("role", QStringLiteral("link"));
         link->setFocusPolicy(Qt::StrongFocus); // Tab reaches it, Enter or Space follows it
         link->setCursor(Qt::PointingHandCursor);
-        connect(link, &ClickLabel::clicked, this, [this, labelIndex] { OnLinkClick(labelIndex); });
+        connect(link, &ClickLabel::Clicked, this, [this, labelIndex] { OnLinkClick(labelIndex); });
         links->addWidget(link);
-        m_label2[i] = link;
-        m_label2TextId[i] = texts.links[i].textId;
+        m_links[i] = link;
+        m_linkTextIds[i] = texts.links[i].textId;
     }
     links->addStretch();
     column->addLayout(links);
@@ -202,8 +204,8 @@ void FrmAbout::SetLanguageBase(int languageBase) {
 // tool description the language lacks is left out rather than shown as a marker.
 void FrmAbout::FillTexts() {
     const PanelTexts& texts = TextsOf(m_panel);
-    m_lblVersion->setText(Text(kVersionId, QString::fromLatin1(kVersionText)));
-    m_lblDescription->setText(Text(kDescriptionId));
+    m_lblVersion->setText(Text(kVersionLineText, QString::fromLatin1(kVersionText)));
+    m_lblDescription->setText(Text(kProductDescriptionText));
     m_lblHeading->setText(Text(texts.heading, QString::fromLatin1(kToolboxName)));
     const int offset = LanguageOffsetOfBase(m_languageBase);
     for (std::size_t i = 0; i < m_lblTools.size(); ++i) {
@@ -213,9 +215,9 @@ void FrmAbout::FillTexts() {
     }
     m_lblParagraph->setText(Text(texts.paragraph));
     m_lblAction->setText(Text(texts.action));
-    for (std::size_t i = 0; i < m_label2.size(); ++i) {
-        if (m_label2[i] != nullptr) {
-            m_label2[i]->setText(Text(m_label2TextId[i]));
+    for (std::size_t i = 0; i < m_links.size(); ++i) {
+        if (m_links[i] != nullptr) {
+            m_links[i]->setText(Text(m_linkTextIds[i]));
         }
     }
     // The window is as tall as the wrapped texts of this language need.

@@ -58,9 +58,9 @@ private:
     std::array<QLabel*, 2> m_lblTools{};
     QLabel* m_lblParagraph = nullptr;
     QLabel* m_lblAction = nullptr;
-    std::array<ClickLabel*, 2> m_label2{};
-    std::array<int, 2> m_label2TextId{};
-    QPushButton* m_command1 = nullptr;
+    std::array<ClickLabel*, 2> m_links{};
+    std::array<int, 2> m_linkTextIds{};
+    QPushButton* m_startButton = nullptr;
 };
 
 } // namespace kelvora

@@ -186,12 +186,12 @@ std::vector<PartDescription> ButtonsOf(ControlBox* box) {
              [box] { return box->property("minimiseName").toString(); },
              [part] { return part(true); },
              {},
-             [box] { emit box->minimiseRequested(); }},
+             [box] { emit box->MinimiseRequested(); }},
             {QAccessible::Button,
              [box] { return box->property("closeName").toString(); },
              [part] { return part(false); },
              {},
-             [box] { emit box->closeRequested(); }}};
+             [box] { emit box->CloseRequested(); }}};
 }
 
 QAccessibleInterface* Factory(const QString& className, QObject* object) {
@@ -203,13 +203,13 @@ QAccessibleInterface* Factory(const QString& className, QObject* object) {
     if (className == QLatin1String("kelvora::FlagImage")) {
         auto* flag = static_cast<FlagImage*>(object);
         return new AccessibleControl(flag, QAccessible::Button, {},
-                                     [flag] { emit flag->clicked(); });
+                                     [flag] { emit flag->Clicked(); });
     }
     if (className == QLatin1String("kelvora::ClickLabel")) {
         auto* link = static_cast<ClickLabel*>(object);
         return new AccessibleControl(
             link, QAccessible::Link, [link] { return link->text(); },
-            [link] { emit link->clicked(); });
+            [link] { emit link->Clicked(); });
     }
     if (className == QLatin1String("kelvora::ControlBox")) {
         auto* box = static_cast<ControlBox*>(object);

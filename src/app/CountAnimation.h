@@ -15,7 +15,6 @@ public:
     // Tick advances the ring and shows elapsedSeconds.
     void Tick(qint64 elapsedSeconds);
     int Step() const { return m_step; }
-    qint64 ElapsedSeconds() const { return m_elapsedSeconds; }
 
     QSize sizeHint() const override;
 

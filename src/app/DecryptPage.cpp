@@ -8,6 +8,7 @@
 #include "app/WindowParts.h"
 #include "app/WorkingPanel.h"
 #include "files/DecryptJob.h"
+#include "i18n/TextIds.h"
 
 #include <QFileInfo>
 #include <QHBoxLayout>
@@ -21,16 +22,6 @@
 namespace kelvora {
 namespace {
 
-constexpr int kMissingInputId = 114;
-constexpr int kOverwriteId = 178;
-constexpr int kFilterId = 109;
-constexpr int kSaveTitleId = 110;
-constexpr int kChooseContainerId = 122;
-constexpr int kContainerFilterId = 123;
-constexpr int kRestoredId = 520;
-constexpr int kNotRestoredId = 521;
-constexpr int kChooseFolderId = 527;
-
 // DecryptAnswers asks, on the window's thread, what to do with files that exist already,
 // and notes what the run restored and refused.
 class DecryptAnswers final : public FileJobObserver {
@@ -41,13 +32,13 @@ public:
     ExistingFileAnswer AskExistingFile(const std::string& path) override {
         const QString shown = QString::fromStdString(path);
         const auto answer = m_context.messages.AskYesNo(
-            kOverwriteId, m_context.Text(kOverwriteId, shown), QString());
+            kOverwriteQuestion, m_context.Text(kOverwriteQuestion, shown), QString());
         return answer == MessageService::Answer::Yes ? ExistingFileAnswer::Overwrite
                                                      : ExistingFileAnswer::AnotherName;
     }
     std::optional<std::string> AskAnotherName(const std::string& path) override {
-        const QString chosen = m_context.messages.SaveFileName(m_context.Text(kSaveTitleId),
-                                                               m_context.Filter(kFilterId),
+        const QString chosen = m_context.messages.SaveFileName(m_context.Text(kSaveContentTitle),
+                                                               m_context.Filter(kAllFilesFilter),
                                                                QString::fromStdString(path));
         if (chosen.isEmpty()) {
             return std::nullopt; // the file is skipped
@@ -71,25 +62,21 @@ DecryptPage::DecryptPage(WindowContext& context, PassphraseArea& passphrase, Job
     : QWidget(parent), m_context(context), m_passphrase(passphrase), m_host(host) {
     setObjectName(QStringLiteral("FrameDecrypt"));
     auto* layout = parts::Column(this, 6);
-    QLabel* fileCaption = parts::Caption(QStringLiteral("LblDecrFile"), 148, this);
-    layout->addWidget(fileCaption);
-    auto* fileRow = new QHBoxLayout;
-    m_txtDecrFile = parts::Edit(QStringLiteral("TxtDecrFile"), this, fileCaption);
-    m_cmdBrowseDecrFile = parts::Button(QStringLiteral("CmdBrowseDecrFile"), 522, this);
-    fileRow->addWidget(m_txtDecrFile, 1);
-    fileRow->addWidget(m_cmdBrowseDecrFile);
-    layout->addLayout(fileRow);
-    layout->addSpacing(8);
-
-    QLabel* folderCaption = parts::Caption(QStringLiteral("LblDecrOutPath"), 153, this);
-    layout->addWidget(folderCaption);
-    auto* folderRow = new QHBoxLayout;
-    m_txtDecrOutPath = parts::Edit(QStringLiteral("TxtDecrOutPath"), this, folderCaption);
-    m_cmdBrowseOutPath = parts::Button(QStringLiteral("CmdBrowseOutPath"), 522, this);
-    folderRow->addWidget(m_txtDecrOutPath, 1);
-    folderRow->addWidget(m_cmdBrowseOutPath);
-    layout->addLayout(folderRow);
-    layout->addSpacing(8);
+    const parts::BrowseField file =
+        parts::Browse(QStringLiteral("LblDecrFile"), kDecryptFileCaption,
+                      QStringLiteral("TxtDecrFile"), QStringLiteral("CmdBrowseDecrFile"), this);
+    m_txtDecrFile = file.edit;
+    m_cmdBrowseDecrFile = file.browse;
+    const parts::BrowseField folder =
+        parts::Browse(QStringLiteral("LblDecrOutPath"), kOutputFolderCaption,
+                      QStringLiteral("TxtDecrOutPath"), QStringLiteral("CmdBrowseOutPath"), this);
+    m_txtDecrOutPath = folder.edit;
+    m_cmdBrowseOutPath = folder.browse;
+    for (const parts::BrowseField& field : {file, folder}) {
+        layout->addWidget(field.caption);
+        layout->addLayout(field.row);
+        layout->addSpacing(8);
+    }
 
     m_lblDecrResult = new QLabel(this);
     m_lblDecrResult->setObjectName(QStringLiteral("LblDecrResult"));
@@ -102,13 +89,13 @@ DecryptPage::DecryptPage(WindowContext& context, PassphraseArea& passphrase, Job
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
-    m_command5 = parts::Button(QStringLiteral("Command5"), 184, this, true);
-    buttons->addWidget(m_command5);
+    m_decryptButton = parts::Button(QStringLiteral("Command5"), kDecryptFilesText, this, true);
+    buttons->addWidget(m_decryptButton);
     layout->addLayout(buttons);
 
     connect(m_cmdBrowseDecrFile, &QPushButton::clicked, this, &DecryptPage::OnBrowseFileClick);
     connect(m_cmdBrowseOutPath, &QPushButton::clicked, this, &DecryptPage::OnBrowseFolderClick);
-    connect(m_command5, &QPushButton::clicked, this, &DecryptPage::OnCommand5Click);
+    connect(m_decryptButton, &QPushButton::clicked, this, &DecryptPage::OnDecryptClick);
     connect(m_lblDecrResult, &QLabel::linkActivated, this,
             [this](const QString& link) { m_context.messages.OpenUrl(link); });
 }
@@ -124,20 +111,21 @@ QWidget* DecryptPage::FirstField() const {
 
 void DecryptPage::OnBrowseFileClick() {
     const QStringList chosen = m_context.messages.OpenFileNames(
-        m_context.Text(kChooseContainerId), m_context.Filter(kContainerFilterId), false);
+        m_context.Text(kChooseContainerTitle), m_context.Filter(kContainerFilter), false);
     if (!chosen.isEmpty()) {
         SetContainer(chosen.first(), QFileInfo(chosen.first()).absolutePath() + u'/');
     }
 }
 
 void DecryptPage::OnBrowseFolderClick() {
-    const QString folder = m_context.messages.ExistingFolder(m_context.Text(kChooseFolderId));
+    const QString folder =
+        m_context.messages.ExistingFolder(m_context.Text(kChooseOutputFolderTitle));
     if (!folder.isEmpty()) {
         m_txtDecrOutPath->setText(folder);
     }
 }
 
-void DecryptPage::OnCommand5Click() {
+void DecryptPage::OnDecryptClick() {
     m_lblDecrResult->clear();
     Outcome outcome;
     const std::optional<FileJobResult> result = Decrypt(outcome);
@@ -152,12 +140,12 @@ void DecryptPage::OnCommand5Click() {
 
 std::optional<FileJobResult> DecryptPage::Decrypt(Outcome& outcome) {
     JobScope job(m_host);
-    const std::optional<SecretBytes> key = m_passphrase.DecryptionKey(kMissingInputId);
+    const std::optional<SecretBytes> key = m_passphrase.DecryptionKey(kCheckNamesAndPassphraseText);
     if (!key) {
         return std::nullopt;
     }
     if (m_txtDecrFile->text().isEmpty() || m_txtDecrOutPath->text().isEmpty()) {
-        m_context.ShowMessage(kMissingInputId);
+        m_context.ShowMessage(kCheckNamesAndPassphraseText);
         return std::nullopt;
     }
     outcome.folder = m_txtDecrOutPath->text();
@@ -180,10 +168,10 @@ void DecryptPage::ShowOutcome(const Outcome& outcome) {
     const QString link = QStringLiteral("<a href=\"%1\">%2</a>")
                              .arg(QUrl::fromLocalFile(outcome.folder).toString(QUrl::FullyEncoded),
                                   outcome.folder.toHtmlEscaped());
-    QString line = m_context.Text(kRestoredId, link, QString::number(outcome.restored));
+    QString line = m_context.Text(kRestoredText, link, QString::number(outcome.restored));
     if (!outcome.refused.isEmpty()) {
         line += QStringLiteral("<br>") +
-                m_context.Text(kNotRestoredId, outcome.refused.join(QStringLiteral(", ")))
+                m_context.Text(kNotRestoredText, outcome.refused.join(QStringLiteral(", ")))
                     .toHtmlEscaped();
     }
     m_lblDecrResult->setText(line);

@@ -39,7 +39,7 @@ public:
     };
 
 private:
-    void OnCommand5Click();
+    void OnDecryptClick();
     void OnBrowseFileClick();
     void OnBrowseFolderClick();
     std::optional<FileJobResult> Decrypt(Outcome& outcome);
@@ -52,7 +52,7 @@ private:
     QLineEdit* m_txtDecrOutPath = nullptr;
     QPushButton* m_cmdBrowseDecrFile = nullptr;
     QPushButton* m_cmdBrowseOutPath = nullptr;
-    QPushButton* m_command5 = nullptr;
+    QPushButton* m_decryptButton = nullptr;
     QLabel* m_lblDecrResult = nullptr;
 };
 

@@ -10,6 +10,7 @@
 #include "app/WorkingPanel.h"
 #include "controls/ProgressBar.h"
 #include "files/EncryptJob.h"
+#include "i18n/TextIds.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -25,14 +26,6 @@
 namespace kelvora {
 namespace {
 
-constexpr int kMissingInputId = 114;
-constexpr int kOverwriteId = 178;
-constexpr int kReminderId = 190;
-constexpr int kSavedId = 116;
-constexpr int kDuplicatesId = 393;
-constexpr int kOutputIsInputId = 516;
-constexpr int kListInfoId = 519;
-
 // EncryptAnswers answers the job's one question: the person agreed to replace the output
 // before the job began; a container that appeared since is asked about again.
 class EncryptAnswers final : public FileJobObserver {
@@ -41,9 +34,9 @@ public:
         : m_context(context), m_agreed(agreed) {}
     bool AskReplaceContainer(const std::string& path) override {
         const QString shown = QString::fromStdString(path);
-        return m_agreed ||
-               m_context.messages.AskYesNo(kOverwriteId, m_context.Text(kOverwriteId, shown),
-                                           QString()) == MessageService::Answer::Yes;
+        return m_agreed || m_context.messages.AskYesNo(kOverwriteQuestion,
+                                                       m_context.Text(kOverwriteQuestion, shown),
+                                                       QString()) == MessageService::Answer::Yes;
     }
 
 private:
@@ -63,15 +56,15 @@ EncryptPage::EncryptPage(WindowContext& context, PassphraseArea& passphrase, Job
     : QWidget(parent), m_context(context), m_passphrase(passphrase), m_host(host) {
     setObjectName(QStringLiteral("FrameEncrypt"));
     auto* layout = parts::Column(this, 6);
-    layout->addWidget(
-        parts::Caption(QStringLiteral("LblEncrHint"), 144, this, QStringLiteral("hint")));
+    layout->addWidget(parts::Caption(QStringLiteral("LblEncrHint"), kEncryptFilesHint, this,
+                                     QStringLiteral("hint")));
 
     auto* choose = new QHBoxLayout;
-    m_optFiles = parts::Tag(new QRadioButton(this), QStringLiteral("OptFiles"), 192);
-    m_optDirs = parts::Tag(new QRadioButton(this), QStringLiteral("OptDirs"), 193);
+    m_optFiles = parts::Tag(new QRadioButton(this), QStringLiteral("OptFiles"), kFilesOptionText);
+    m_optDirs = parts::Tag(new QRadioButton(this), QStringLiteral("OptDirs"), kFoldersOptionText);
     m_optFiles->setChecked(true);
-    m_cmdAdd = parts::Button(QStringLiteral("CmdAdCryptdfile"), 179, this);
-    m_cmdDel = parts::Button(QStringLiteral("CmdDelCryptFiles"), 180, this);
+    m_cmdAdd = parts::Button(QStringLiteral("CmdAdCryptdfile"), kAddButtonText, this);
+    m_cmdDel = parts::Button(QStringLiteral("CmdDelCryptFiles"), kRemoveButtonText, this);
     choose->addWidget(m_optFiles);
     choose->addWidget(m_optDirs);
     choose->addStretch();
@@ -79,7 +72,7 @@ EncryptPage::EncryptPage(WindowContext& context, PassphraseArea& passphrase, Job
     choose->addWidget(m_cmdDel);
     layout->addLayout(choose);
 
-    QLabel* listCaption = parts::Caption(QStringLiteral("LblInputFiles"), 145, this);
+    QLabel* listCaption = parts::Caption(QStringLiteral("LblInputFiles"), kInputFilesCaption, this);
     layout->addWidget(listCaption);
     m_lstCryptFiles = new InputListBox(this);
     listCaption->setBuddy(m_lstCryptFiles);
@@ -89,22 +82,21 @@ EncryptPage::EncryptPage(WindowContext& context, PassphraseArea& passphrase, Job
     m_lblListInfo->setProperty("role", QStringLiteral("hint"));
     layout->addWidget(m_lblListInfo);
 
-    QLabel* outputCaption = parts::Caption(QStringLiteral("LblOutputFile"), 146, this);
-    layout->addWidget(outputCaption);
-    auto* output = new QHBoxLayout;
-    m_txtEncrFileName = parts::Edit(QStringLiteral("TxtEncrFileName"), this, outputCaption);
-    m_cmdBrowseCryptOut = parts::Button(QStringLiteral("CmdBrowseCryptOut"), 522, this);
-    m_command4 = parts::Button(QStringLiteral("Command4"), 183, this, true);
-    output->addWidget(m_txtEncrFileName, 1);
-    output->addWidget(m_cmdBrowseCryptOut);
-    output->addSpacing(12);
-    output->addWidget(m_command4);
-    layout->addLayout(output);
+    const parts::BrowseField output =
+        parts::Browse(QStringLiteral("LblOutputFile"), kOutputFileCaption,
+                      QStringLiteral("TxtEncrFileName"), QStringLiteral("CmdBrowseCryptOut"), this);
+    m_txtEncrFileName = output.edit;
+    m_cmdBrowseCryptOut = output.browse;
+    m_encryptButton = parts::Button(QStringLiteral("Command4"), kEncryptFilesText, this, true);
+    output.row->addSpacing(12);
+    output.row->addWidget(m_encryptButton);
+    layout->addWidget(output.caption);
+    layout->addLayout(output.row);
 
     connect(m_cmdAdd, &QPushButton::clicked, this, &EncryptPage::OnAddClick);
     connect(m_cmdDel, &QPushButton::clicked, m_lstCryptFiles, &InputListBox::RemoveSelected);
     connect(m_cmdBrowseCryptOut, &QPushButton::clicked, this, &EncryptPage::OnBrowseOutputClick);
-    connect(m_command4, &QPushButton::clicked, this, &EncryptPage::OnCommand4Click);
+    connect(m_encryptButton, &QPushButton::clicked, this, &EncryptPage::OnEncryptClick);
     connect(m_lstCryptFiles, &InputListBox::Changed, this, &EncryptPage::UpdateListState);
     UpdateListState();
 }
@@ -137,23 +129,24 @@ void EncryptPage::AddPaths(const QStringList& paths) {
     const bool refused = m_lstCryptFiles->AddPaths(paths, m_host);
     m_txtEncrFileName->setText(QString::fromStdString(list.OutputName()));
     if (refused) {
-        m_context.ShowMessage(kDuplicatesId);
+        m_context.ShowMessage(kAlreadyListedText);
     }
 }
 
 void EncryptPage::OnAddClick() {
     if (m_optDirs->isChecked()) {
-        const QString folder = m_context.messages.ExistingFolder(m_context.Text(526));
+        const QString folder =
+            m_context.messages.ExistingFolder(m_context.Text(kChooseFolderToEncryptTitle));
         AddPaths(folder.isEmpty() ? QStringList() : QStringList{folder});
     } else {
-        AddPaths(
-            m_context.messages.OpenFileNames(m_context.Text(121), m_context.Filter(109), true));
+        AddPaths(m_context.messages.OpenFileNames(m_context.Text(kChooseFilesToEncryptTitle),
+                                                  m_context.Filter(kAllFilesFilter), true));
     }
 }
 
 void EncryptPage::OnBrowseOutputClick() {
     const QString chosen = m_context.messages.SaveFileName(
-        kOutputDialogTitle, m_context.Filter(123), m_txtEncrFileName->text());
+        kOutputDialogTitle, m_context.Filter(kContainerFilter), m_txtEncrFileName->text());
     if (!chosen.isEmpty()) {
         m_txtEncrFileName->setText(chosen);
     }
@@ -164,7 +157,7 @@ void EncryptPage::UpdateListState() {
     const int count = m_lstCryptFiles->count();
     m_cmdDel->setEnabled(count > 0);
     m_lblListInfo->setText(m_context.Text(
-        kListInfoId, m_context.Locale().formattedDataSize(m_lstCryptFiles->TotalBytes()),
+        kListInfoText, m_context.Locale().formattedDataSize(m_lstCryptFiles->TotalBytes()),
         QString::number(count)));
 }
 
@@ -182,32 +175,34 @@ bool EncryptPage::OutputIsAnInput(const QString& output) const {
     return false;
 }
 
-void EncryptPage::OnCommand4Click() {
+void EncryptPage::OnEncryptClick() {
     const QString output = m_txtEncrFileName->text();
     const std::vector<InputEntry>& entries = m_lstCryptFiles->List().Entries();
     if (entries.empty() || output.isEmpty()) {
-        m_context.ShowMessage(kMissingInputId);
+        m_context.ShowMessage(kCheckNamesAndPassphraseText);
         return;
     }
     if (OutputIsAnInput(output)) {
         m_context.messages.ShowMessage(kGeneralErrorId,
                                        m_context.Text(kGeneralErrorId) + u' ' +
-                                           m_context.Text(kOutputIsInputId, output),
+                                           m_context.Text(kOutputIsInputText, output),
                                        MessageService::Icon::Critical, QString());
         return;
     }
     const bool exists = QFileInfo::exists(output);
-    if (exists && m_context.messages.AskYesNo(kOverwriteId, m_context.Text(kOverwriteId, output),
-                                              QString()) != MessageService::Answer::Yes) {
+    if (exists &&
+        m_context.messages.AskYesNo(kOverwriteQuestion, m_context.Text(kOverwriteQuestion, output),
+                                    QString()) != MessageService::Answer::Yes) {
         return;
     }
-    if (m_context.messages.AskOkCancel(kReminderId, m_context.Text(kReminderId), kReminderTitle) !=
-        MessageService::Answer::Ok) {
+    if (m_context.messages.AskOkCancel(kRememberPassphraseText,
+                                       m_context.Text(kRememberPassphraseText),
+                                       kReminderTitle) != MessageService::Answer::Ok) {
         return;
     }
     const std::optional<FileJobResult> result = Encrypt(output, exists);
     if (result && result->ok()) {
-        m_context.ShowMessage(kSavedId, output);
+        m_context.ShowMessage(kEncryptedFileSavedText, output);
         m_lstCryptFiles->ClearAll();
     } else if (result) {
         ShowFileError(m_context, *result, output.toStdString());
@@ -218,7 +213,7 @@ std::optional<FileJobResult> EncryptPage::Encrypt(const QString& output, bool re
     const std::vector<InputEntry>& entries = m_lstCryptFiles->List().Entries();
     JobScope job(m_host);
     job.Observer().FileBar().SetMax(static_cast<qint64>(entries.size()));
-    const std::optional<SecretBytes> key = m_passphrase.EncryptionKey(kMissingInputId);
+    const std::optional<SecretBytes> key = m_passphrase.EncryptionKey(kCheckNamesAndPassphraseText);
     if (!key) {
         return std::nullopt;
     }

@@ -45,7 +45,7 @@ public:
 
 private:
     void OnAddClick();
-    void OnCommand4Click();
+    void OnEncryptClick();
     void OnBrowseOutputClick();
     void UpdateListState();
     bool OutputIsAnInput(const QString& output) const;
@@ -63,7 +63,7 @@ private:
     QLabel* m_lblListInfo = nullptr;
     QLineEdit* m_txtEncrFileName = nullptr;
     QPushButton* m_cmdBrowseCryptOut = nullptr;
-    QPushButton* m_command4 = nullptr;
+    QPushButton* m_encryptButton = nullptr;
 };
 
 } // namespace kelvora

@@ -14,6 +14,7 @@
 #include "controls/ucShape.h"
 #include "i18n/Catalogue.h"
 #include "i18n/LocaliseForm.h"
+#include "i18n/TextIds.h"
 
 #include <QCloseEvent>
 #include <QDir>
@@ -64,7 +65,7 @@ FCrypt::FCrypt(MessageService& messages, RandomSource& random, int languageOffse
                                                                        languageOffset} {
     InstallAccessibility();
     BuildWindow();
-    m_tabStr->SetActiveTab(kStartTab);
+    m_pageTabs->SetActiveTab(kStartTab);
 }
 
 FCrypt::~FCrypt() = default;
@@ -77,9 +78,9 @@ void FCrypt::Load(const std::vector<std::string>& arguments, const QString& prog
     MarkLanguageFlag(this, m_context.languageOffset);
     Localise();
     DispatchCommandLine(arguments, programName);
-    OnTabFileCryptChange(m_tabFileCrypt->ActiveTab());
-    OnTabStrChange(m_tabStr->ActiveTab());
-    m_framePwd->Rate();
+    OnFileTabChange(m_fileTabs->ActiveTab());
+    OnPageTabChange(m_pageTabs->ActiveTab());
+    m_passphraseArea->Rate();
     setMask(RoundedRegion(size(), theme::kWindowRounding));
     ShowCaption(this, false);
     FocusFirstField();
@@ -95,7 +96,7 @@ void FCrypt::SetLanguage(int languageOffset) {
             LocaliseForm(child, languageOffset);
         }
     }
-    m_framePwd->SetLanguage(languageOffset);
+    m_passphraseArea->SetLanguage(languageOffset);
     if (m_about) {
         m_about->SetLanguage(languageOffset);
     }
@@ -103,25 +104,24 @@ void FCrypt::SetLanguage(int languageOffset) {
 
 void FCrypt::Localise() {
     LocaliseForm(this, m_context.languageOffset);
-    m_framePwd->Localise();
-    m_tabStr->SetCaption(kFilesTab, m_context.Text(167));
-    m_tabStr->SetCaption(kTextTab, m_context.Text(166));
-    m_tabFileCrypt->SetCaption(kEncryptTab, m_context.Text(183));
-    m_tabFileCrypt->SetCaption(kDecryptTab, m_context.Text(184));
+    m_passphraseArea->Localise();
+    m_pageTabs->SetCaption(kFilesTab, m_context.Text(kFilesPageTabText));
+    m_pageTabs->SetCaption(kTextTab, m_context.Text(kTextPageTabText));
+    m_fileTabs->SetCaption(kEncryptTab, m_context.Text(kEncryptFilesText));
+    m_fileTabs->SetCaption(kDecryptTab, m_context.Text(kDecryptFilesText));
     m_encryptPage->Localise();
     NameForScreenReaders();
 }
 
 void FCrypt::NameForScreenReaders() {
-    constexpr int kFirstLanguageNameId = 501;
     for (std::size_t i = 0; i < m_flags.size(); ++i) {
         m_flags[i]->setAccessibleName(m_context.Text(kFirstLanguageNameId + static_cast<int>(i)));
     }
-    m_tabStr->setAccessibleName(m_context.Text(523));
-    m_tabFileCrypt->setAccessibleName(m_context.Text(167));
-    m_controlBox->setAccessibleName(m_context.Text(500));
-    m_controlBox->setProperty("minimiseName", m_context.Text(524));
-    m_controlBox->setProperty("closeName", m_context.Text(525));
+    m_pageTabs->setAccessibleName(m_context.Text(kPagesName));
+    m_fileTabs->setAccessibleName(m_context.Text(kFilesPageTabText));
+    m_controlBox->setAccessibleName(m_context.Text(kControlBoxTip));
+    m_controlBox->setProperty("minimiseName", m_context.Text(kMinimiseName));
+    m_controlBox->setProperty("closeName", m_context.Text(kCloseName));
     // Every field is named by its caption, as a reader of the window would name it.
     for (QLabel* label : findChildren<QLabel*>()) {
         if (label->buddy() != nullptr) {
@@ -195,9 +195,9 @@ void FCrypt::OpenPaths(const QStringList& paths) {
 }
 
 void FCrypt::FocusFirstField() {
-    if (m_tabStr->ActiveTab() == kTextTab) {
+    if (m_pageTabs->ActiveTab() == kTextTab) {
         m_textPage->FirstField()->setFocus();
-    } else if (m_tabFileCrypt->ActiveTab() == kEncryptTab) {
+    } else if (m_fileTabs->ActiveTab() == kEncryptTab) {
         m_encryptPage->FirstField()->setFocus();
     } else {
         m_decryptPage->FirstField()->setFocus();
@@ -205,31 +205,31 @@ void FCrypt::FocusFirstField() {
 }
 
 void FCrypt::ShowPage(int strTab, int fileTab) {
-    m_tabFileCrypt->SetActiveTab(fileTab);
-    m_tabStr->SetActiveTab(strTab);
+    m_fileTabs->SetActiveTab(fileTab);
+    m_pageTabs->SetActiveTab(strTab);
 }
 
-void FCrypt::OnTabStrChange(int newTab) {
-    NotifyTabSelected(m_tabStr, newTab);
+void FCrypt::OnPageTabChange(int newTab) {
+    NotifyTabSelected(m_pageTabs, newTab);
     m_textPage->hide();
     m_filesPage->hide();
     if (newTab == kFilesTab) {
         m_filesPage->show();
-        OnTabFileCryptChange(m_tabFileCrypt->ActiveTab());
+        OnFileTabChange(m_fileTabs->ActiveTab());
     }
     m_textPage->setVisible(newTab == kTextTab);
-    m_framePwd->SetSharedSecurityOffered(newTab != kTextTab);
+    m_passphraseArea->SetSharedSecurityOffered(newTab != kTextTab);
 }
 
-void FCrypt::OnTabFileCryptChange(int newTab) {
-    NotifyTabSelected(m_tabFileCrypt, newTab);
+void FCrypt::OnFileTabChange(int newTab) {
+    NotifyTabSelected(m_fileTabs, newTab);
     m_encryptPage->setVisible(newTab == kEncryptTab);
     m_decryptPage->setVisible(newTab == kDecryptTab);
 }
 
-// OnCmdAboutClick shows the welcome and about window, made when it is not open. Its flags
+// OnAboutClick shows the welcome and about window, made when it is not open. Its flags
 // switch this window's language too, and its Start leads back here.
-void FCrypt::OnCmdAboutClick() {
+void FCrypt::OnAboutClick() {
     if (!m_about) {
         m_about =
             new FrmAbout(m_context.messages, m_context.languageOffset, FrmAbout::DrawPanel(), this);
@@ -246,17 +246,17 @@ void FCrypt::OnCmdAboutClick() {
 
 void FCrypt::SetWorking(bool on) {
     m_working = on;
-    m_framePwd->SetWorking(on);
-    m_frameW->setVisible(on);
-    m_frameW->raise();
+    m_passphraseArea->SetWorking(on);
+    m_workingPanel->setVisible(on);
+    m_workingPanel->raise();
     m_textPage->setEnabled(!on);
     m_filesPage->setEnabled(!on);
     if (on) {
         setCursor(Qt::WaitCursor);
-        m_frameW->Start();
+        m_workingPanel->Start();
     } else {
         unsetCursor();
-        m_frameW->Stop();
+        m_workingPanel->Stop();
     }
 }
 
@@ -291,7 +291,7 @@ void FCrypt::dropEvent(QDropEvent* event) {
 
 void FCrypt::closeEvent(QCloseEvent* event) {
     if (m_working) {
-        m_frameW->RequestCancel(); // the job ends at its next check, then the window goes
+        m_workingPanel->RequestCancel(); // the job ends at its next check, then the window goes
     }
     // The keyboard, mail and welcome windows belong to this one and go with it.
     for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {

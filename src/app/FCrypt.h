@@ -40,7 +40,6 @@ public:
     static constexpr int kDecryptTab = 1;
 
     // The usage text of "/?" ("%s" is the program's name).
-    static constexpr int kUsageTextId = 505;
 
     FCrypt(MessageService& messages, RandomSource& random, int languageOffset,
            QWidget* parent = nullptr);
@@ -65,9 +64,9 @@ public:
     // JobHost: the busy state, entered and left through JobScope.
     void SetWorking(bool on) override;
     bool IsWorking() const override { return m_working; }
-    WorkingPanel& Working() override { return *m_frameW; }
+    WorkingPanel& Working() override { return *m_workingPanel; }
 
-    PassphraseArea& Passphrase() { return *m_framePwd; }
+    PassphraseArea& Passphrase() { return *m_passphraseArea; }
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
@@ -89,9 +88,9 @@ private:
     void DispatchCommandLine(const std::vector<std::string>& arguments, const QString& programName);
     void FocusFirstField();
     void ShowPage(int strTab, int fileTab);
-    void OnTabStrChange(int newTab);
-    void OnTabFileCryptChange(int newTab);
-    void OnCmdAboutClick();
+    void OnPageTabChange(int newTab);
+    void OnFileTabChange(int newTab);
+    void OnAboutClick();
 
     WindowContext m_context;
     bool m_working = false;
@@ -99,14 +98,14 @@ private:
     ucShape* m_background = nullptr;
     std::array<FlagImage*, 4> m_flags{};
     ControlBox* m_controlBox = nullptr;
-    LightTab* m_tabStr = nullptr;
-    LightTab* m_tabFileCrypt = nullptr;
+    LightTab* m_pageTabs = nullptr;
+    LightTab* m_fileTabs = nullptr;
     TextPage* m_textPage = nullptr;
     QWidget* m_filesPage = nullptr;
     EncryptPage* m_encryptPage = nullptr;
     DecryptPage* m_decryptPage = nullptr;
-    PassphraseArea* m_framePwd = nullptr;
-    WorkingPanel* m_frameW = nullptr;
+    PassphraseArea* m_passphraseArea = nullptr;
+    WorkingPanel* m_workingPanel = nullptr;
     QPointer<FrmAbout> m_about; // the welcome and about window while it is open
 };
 

@@ -12,6 +12,7 @@
 #include "controls/LightTab.h"
 #include "controls/ucShape.h"
 #include "i18n/Catalogue.h"
+#include "i18n/TextIds.h"
 
 #include <QHBoxLayout>
 #include <QIcon>
@@ -24,8 +25,6 @@ namespace {
 
 constexpr int kLogoSide = 30;
 constexpr int kPagesMinimumHeight = 260;
-constexpr int kControlBoxTipId = 500;
-constexpr int kAboutId = 554;
 
 // ChainFocus lets Tab visit the areas in the given order, each area's controls in the order
 // they were made, whatever order the areas themselves were made in.
@@ -68,28 +67,28 @@ void FCrypt::BuildWindow() {
     layout->setSpacing(12);
     layout->addWidget(BuildHeader());
 
-    m_tabStr = new LightTab(this);
-    m_tabStr->setObjectName(QStringLiteral("TabStr"));
-    m_tabStr->SetNumberOfTabs(2);
-    layout->addWidget(m_tabStr);
+    m_pageTabs = new LightTab(this);
+    m_pageTabs->setObjectName(QStringLiteral("TabStr"));
+    m_pageTabs->SetNumberOfTabs(2);
+    layout->addWidget(m_pageTabs);
 
-    m_framePwd = new PassphraseArea(m_context, this);
-    m_frameW = new WorkingPanel(m_context, this);
-    m_textPage = new TextPage(m_context, *m_framePwd, *this, this);
+    m_passphraseArea = new PassphraseArea(m_context, this);
+    m_workingPanel = new WorkingPanel(m_context, this);
+    m_textPage = new TextPage(m_context, *m_passphraseArea, *this, this);
 
     // The passphrase area gets the height its texts ask for; the pages take what is left.
     QWidget* pages = parts::Stacked({m_textPage, BuildFilesPage()}, this);
     pages->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
     pages->setMinimumHeight(kPagesMinimumHeight);
     layout->addWidget(pages, 1);
-    QWidget* passphraseArea = parts::Stacked({m_framePwd, m_frameW}, this);
+    QWidget* passphraseArea = parts::Stacked({m_passphraseArea, m_workingPanel}, this);
     passphraseArea->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     layout->addWidget(passphraseArea);
-    m_frameW->hide();
+    m_workingPanel->hide();
 
     setFixedSize(theme::kWindowWidth, theme::kWindowHeight);
     setAcceptDrops(true);
-    ChainFocus({m_tabStr, pages, passphraseArea});
+    ChainFocus({m_pageTabs, pages, passphraseArea});
     ConnectControls();
 }
 
@@ -98,10 +97,7 @@ QWidget* FCrypt::BuildHeader() {
     auto* row = new QHBoxLayout(header);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(4);
-    auto* logo = new QLabel(header);
-    logo->setObjectName(QStringLiteral("ImgLogo"));
-    logo->setPixmap(LogoPixmap(kLogoSide, devicePixelRatioF()));
-    row->addWidget(logo);
+    row->addWidget(parts::Logo(kLogoSide, header));
     row->addSpacing(8);
     auto* title = new QLabel(QStringLiteral("Kelvora"), header);
     title->setObjectName(QStringLiteral("LblTitle"));
@@ -109,9 +105,9 @@ QWidget* FCrypt::BuildHeader() {
     row->addWidget(title);
     row->addStretch();
 
-    auto* cmdAbout = parts::Button(QStringLiteral("cmdAbout"), kAboutId, header);
+    auto* cmdAbout = parts::Button(QStringLiteral("cmdAbout"), kAboutButtonText, header);
     cmdAbout->setProperty("role", QStringLiteral("quiet"));
-    connect(cmdAbout, &QPushButton::clicked, this, &FCrypt::OnCmdAboutClick);
+    connect(cmdAbout, &QPushButton::clicked, this, &FCrypt::OnAboutClick);
     row->addWidget(cmdAbout);
     row->addSpacing(8);
     m_flags = LanguageFlags(header);
@@ -120,9 +116,9 @@ QWidget* FCrypt::BuildHeader() {
     }
     row->addSpacing(18);
     m_controlBox = new ControlBox(header);
-    m_controlBox->setToolTip(QStringLiteral("#%1").arg(kControlBoxTipId));
-    connect(m_controlBox, &ControlBox::minimiseRequested, this, &QWidget::showMinimized);
-    connect(m_controlBox, &ControlBox::closeRequested, this, &QWidget::close);
+    m_controlBox->setToolTip(QStringLiteral("#%1").arg(kControlBoxTip));
+    connect(m_controlBox, &ControlBox::MinimiseRequested, this, &QWidget::showMinimized);
+    connect(m_controlBox, &ControlBox::CloseRequested, this, &QWidget::close);
     row->addWidget(m_controlBox, 0, Qt::AlignVCenter);
     return header;
 }
@@ -132,23 +128,23 @@ QWidget* FCrypt::BuildFilesPage() {
     m_filesPage->setObjectName(QStringLiteral("Frame_1"));
     auto* layout = parts::Column(m_filesPage, 10);
     layout->setContentsMargins(0, 4, 0, 0);
-    m_tabFileCrypt = new LightTab(m_filesPage);
-    m_tabFileCrypt->setObjectName(QStringLiteral("TabFileCrypt"));
-    m_tabFileCrypt->SetNumberOfTabs(2);
-    layout->addWidget(m_tabFileCrypt);
+    m_fileTabs = new LightTab(m_filesPage);
+    m_fileTabs->setObjectName(QStringLiteral("TabFileCrypt"));
+    m_fileTabs->SetNumberOfTabs(2);
+    layout->addWidget(m_fileTabs);
 
-    m_encryptPage = new EncryptPage(m_context, *m_framePwd, *this, m_filesPage);
-    m_decryptPage = new DecryptPage(m_context, *m_framePwd, *this, m_filesPage);
+    m_encryptPage = new EncryptPage(m_context, *m_passphraseArea, *this, m_filesPage);
+    m_decryptPage = new DecryptPage(m_context, *m_passphraseArea, *this, m_filesPage);
     layout->addWidget(parts::Stacked({m_encryptPage, m_decryptPage}, m_filesPage), 1);
     return m_filesPage;
 }
 
 void FCrypt::ConnectControls() {
-    connect(m_tabStr, &LightTab::AfterTabChange, this, &FCrypt::OnTabStrChange);
-    connect(m_tabFileCrypt, &LightTab::AfterTabChange, this, &FCrypt::OnTabFileCryptChange);
+    connect(m_pageTabs, &LightTab::AfterTabChange, this, &FCrypt::OnPageTabChange);
+    connect(m_fileTabs, &LightTab::AfterTabChange, this, &FCrypt::OnFileTabChange);
     constexpr std::array kOffsets{kGerman, kEnglish, kSpanish, kFrench};
     for (std::size_t i = 0; i < m_flags.size(); ++i) {
-        connect(m_flags[i], &FlagImage::clicked, this,
+        connect(m_flags[i], &FlagImage::Clicked, this,
                 [this, offset = kOffsets[i]] { SetLanguage(offset); });
     }
 }

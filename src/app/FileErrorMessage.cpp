@@ -1,6 +1,7 @@
 #include "app/FileErrorMessage.h"
 
 #include "app/WindowContext.h"
+#include "i18n/TextIds.h"
 
 namespace kelvora {
 
@@ -25,45 +26,45 @@ FileErrorMessage MessageForFileError(FileError error) {
     case FileError::Cancelled:
         return {};
     case FileError::NothingToDo:
-        return {114};
+        return {kCheckNamesAndPassphraseText};
     case FileError::NoUsableContent:
-        return {108};
+        return {kNoUsableContentText};
     case FileError::WrongPassphrase:
-        return {194};
+        return {kWrongPassphraseText};
     case FileError::OutputExists:
-        return {kGeneralErrorId, 513};
+        return {kGeneralErrorId, kCannotWriteText};
     case FileError::NameTooLong:
-        return {kGeneralErrorId, 510};
+        return {kGeneralErrorId, kNameTooLongText};
     case FileError::UnsafeName:
-        return {kGeneralErrorId, 511};
+        return {kGeneralErrorId, kNameLeavesFolderText};
     case FileError::ReadFailed:
-        return {kGeneralErrorId, 512};
+        return {kGeneralErrorId, kCannotReadText};
     case FileError::WriteFailed:
-        return {kGeneralErrorId, 513};
+        return {kGeneralErrorId, kCannotWriteText};
     case FileError::DamagedData:
-        return {kGeneralErrorId, 514};
+        return {kGeneralErrorId, kDamagedDataText};
     case FileError::CompressFailed:
-        return {kGeneralErrorId, 515};
+        return {kGeneralErrorId, kCannotCompressText};
     case FileError::OutputIsInput:
-        return {kGeneralErrorId, 650};
+        return {kGeneralErrorId, kInputInsideOutputText};
     case FileError::LinkInPath:
-        return {kGeneralErrorId, 651};
+        return {kGeneralErrorId, kLinkInPathText};
     case FileError::NotRegularFile:
-        return {kGeneralErrorId, 652};
+        return {kGeneralErrorId, kNotRegularFileText};
     case FileError::SizeUnknown:
-        return {kGeneralErrorId, 653};
+        return {kGeneralErrorId, kSizeUnknownText};
     case FileError::LinkToFolder:
-        return {kGeneralErrorId, 654};
+        return {kGeneralErrorId, kLinkToFolderText};
     case FileError::EmptyFolder:
-        return {kGeneralErrorId, 655};
+        return {kGeneralErrorId, kEmptyFolderText};
     case FileError::NameNotStorable:
-        return {kGeneralErrorId, 656};
+        return {kGeneralErrorId, kNameNotStorableText};
     case FileError::DuplicateName:
-        return {kGeneralErrorId, 657};
+        return {kGeneralErrorId, kDuplicateNameText};
     case FileError::EntriesLeftOut:
         return {kEntriesLeftOutId};
     }
-    return {kGeneralErrorId, 513};
+    return {kGeneralErrorId, kCannotWriteText};
 }
 
 void ShowFileError(const WindowContext& context, const FileJobResult& result,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/FileError.h"
+#include "i18n/TextIds.h"
 
 #include <string>
 
@@ -17,9 +18,7 @@ struct FileErrorMessage {
 };
 
 // The general error text, followed by a blank and the description.
-inline constexpr int kGeneralErrorId = 103;
 // "%d entries were left out; everything else is done:", followed by the entries.
-inline constexpr int kEntriesLeftOutId = 610;
 
 struct WindowContext;
 

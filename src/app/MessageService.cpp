@@ -1,6 +1,7 @@
 #include "app/MessageService.h"
 
 #include "i18n/Catalogue.h"
+#include "i18n/TextIds.h"
 
 #include <QAbstractButton>
 #include <QDesktopServices>

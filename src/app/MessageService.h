@@ -1,5 +1,7 @@
 #pragma once
 
+#include "i18n/TextIds.h"
+
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -39,12 +41,6 @@ public:
 };
 
 // The catalogue ids of the dialogs' buttons.
-inline constexpr int kCancelButtonId = 150;
-inline constexpr int kOkButtonId = 151;
-inline constexpr int kYesButtonId = 580;
-inline constexpr int kNoButtonId = 581;
-inline constexpr int kOpenButtonId = 105;
-inline constexpr int kSaveButtonId = 111;
 
 // LabelButtons gives the OK, Cancel, Yes and No buttons of a box their catalogue texts, so
 // that no English button appears in a window of another language.

@@ -7,6 +7,7 @@
 #include "common/LineBreaks.h"
 #include "crypto/CRijndael.h"
 #include "crypto/KeyRules.h"
+#include "i18n/TextIds.h"
 #include "tools/FrmTast.h"
 #include "tools/PassphraseGenerator.h"
 #include "tools/RatingDisplay.h"
@@ -21,9 +22,6 @@ namespace kelvora {
 namespace {
 
 constexpr int kCardMargin = 16;
-constexpr int kUnholdablePassphraseMessageId = 588; // "%s" names the character
-constexpr int kUnholdableCharacterWarningId = 589;  // "%s" names the character
-constexpr int kOnlyFirst32WarningId = 590;
 constexpr int kGeneratorHiddenKeyPlace = 5;
 
 std::string Utf8Of(const QLineEdit& box) {
@@ -48,18 +46,20 @@ PassphraseArea::PassphraseArea(WindowContext& context, QWidget* parent)
     grid->setContentsMargins(kCardMargin, 12, kCardMargin, 14);
     grid->setHorizontalSpacing(10);
     grid->setVerticalSpacing(8);
-    QLabel* prompt = parts::Caption(QStringLiteral("Label4"), 149, this, QStringLiteral("prompt"));
+    QLabel* prompt =
+        parts::Caption(QStringLiteral("Label4"), kPassphrasePrompt, this, QStringLiteral("prompt"));
     grid->addWidget(prompt, 0, 0, 1, 2);
 
     m_txtCode = parts::Edit(QStringLiteral("TxtCode"), this, prompt);
     m_txtCode->setStyleSheet(QStringLiteral("lineedit-password-character: 42;")); // hide as "*"
-    m_cmdPassgen = parts::Button(QStringLiteral("cmdPassgen"), 155, this);
+    m_generateButton = parts::Button(QStringLiteral("cmdPassgen"), kCreateRandomText, this);
     grid->addWidget(m_txtCode, 1, 0);
-    grid->addWidget(m_cmdPassgen, 1, 1);
-    m_chkHPwd = parts::Tag(new QCheckBox(this), QStringLiteral("ChkHPwd"), 158);
-    grid->addWidget(m_chkHPwd, 2, 0, Qt::AlignLeft);
-    m_cmdTast = parts::Button(QStringLiteral("cmdTast"), 156, this);
-    grid->addWidget(m_cmdTast, 2, 1);
+    grid->addWidget(m_generateButton, 1, 1);
+    m_hidePassphrase =
+        parts::Tag(new QCheckBox(this), QStringLiteral("ChkHPwd"), kHidePassphraseText);
+    grid->addWidget(m_hidePassphrase, 2, 0, Qt::AlignLeft);
+    m_keyboardButton = parts::Button(QStringLiteral("cmdTast"), kScreenKeyboardButtonText, this);
+    grid->addWidget(m_keyboardButton, 2, 1);
 
     m_rating = new RatingDisplay(this);
     grid->addWidget(m_rating, 3, 0, 1, 2);
@@ -77,9 +77,9 @@ PassphraseArea::PassphraseArea(WindowContext& context, QWidget* parent)
     grid->addWidget(m_sharedSecurity, 5, 0, 1, 2);
     grid->setColumnStretch(0, 1);
 
-    connect(m_cmdPassgen, &QPushButton::clicked, this, &PassphraseArea::OnCmdPassgenClick);
-    connect(m_chkHPwd, &QCheckBox::toggled, this, &PassphraseArea::OnChkHPwdClick);
-    connect(m_cmdTast, &QPushButton::clicked, this, &PassphraseArea::OnCmdTastClick);
+    connect(m_generateButton, &QPushButton::clicked, this, &PassphraseArea::OnGenerateClick);
+    connect(m_hidePassphrase, &QCheckBox::toggled, this, &PassphraseArea::OnHideClick);
+    connect(m_keyboardButton, &QPushButton::clicked, this, &PassphraseArea::OnKeyboardClick);
     connect(m_txtCode, &QLineEdit::textChanged, this, &PassphraseArea::Rate);
     Rate(); // no star shows before the first rating
     connect(m_txtCode, &QLineEdit::textChanged, this, &PassphraseArea::ShowWarnings);
@@ -165,17 +165,17 @@ void PassphraseArea::SetLanguage(int languageOffset) {
     }
 }
 
-void PassphraseArea::OnCmdPassgenClick() {
+void PassphraseArea::OnGenerateClick() {
     const SecretString generated(GenerateRandomPassphrase(m_context.random));
     m_txtCode->setText(QString::fromStdString(FromCrLf(Utf8FromAnsi(generated.str()))));
-    m_chkHPwd->setChecked(false);
+    m_hidePassphrase->setChecked(false);
     m_rating->ShowRating(TopRating(), m_context.Text(kGeneratedPassphraseMessageId));
     m_sharedSecurity->HideKeyPlace(kGeneratorHiddenKeyPlace);
 }
 
-// OnCmdTastClick opens the screen keyboard, which types into the passphrase box only; a
+// OnKeyboardClick opens the screen keyboard, which types into the passphrase box only; a
 // second click brings the open one forward.
-void PassphraseArea::OnCmdTastClick() {
+void PassphraseArea::OnKeyboardClick() {
     if (!m_keyboard) {
         m_keyboard = new FrmTast(*m_txtCode, m_context.languageOffset,
                                  FrmTast::SystemKeyboardLayout(), window());
@@ -185,8 +185,8 @@ void PassphraseArea::OnCmdTastClick() {
     m_keyboard->activateWindow();
 }
 
-void PassphraseArea::OnChkHPwdClick() {
-    m_txtCode->setEchoMode(m_chkHPwd->isChecked() ? QLineEdit::Password : QLineEdit::Normal);
+void PassphraseArea::OnHideClick() {
+    m_txtCode->setEchoMode(m_hidePassphrase->isChecked() ? QLineEdit::Password : QLineEdit::Normal);
 }
 
 } // namespace kelvora

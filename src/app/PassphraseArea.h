@@ -60,18 +60,18 @@ public:
     SharedSecurityPanel& SharedSecurity() const { return *m_sharedSecurity; }
 
 private:
-    void OnCmdPassgenClick();
-    void OnChkHPwdClick();
-    void OnCmdTastClick();
+    void OnGenerateClick();
+    void OnHideClick();
+    void OnKeyboardClick();
     // ShowWarnings shows what the key will not take from the box as typed.
     void ShowWarnings();
 
     WindowContext& m_context;
     QLineEdit* m_txtCode = nullptr;
-    QCheckBox* m_chkHPwd = nullptr;
-    QPushButton* m_cmdPassgen = nullptr;
+    QCheckBox* m_hidePassphrase = nullptr;
+    QPushButton* m_generateButton = nullptr;
     RatingDisplay* m_rating = nullptr;
-    QPushButton* m_cmdTast = nullptr;
+    QPushButton* m_keyboardButton = nullptr;
     QPointer<FrmTast> m_keyboard; // the screen keyboard while it is open
     QLabel* m_warnings = nullptr;
     SharedSecurityPanel* m_sharedSecurity = nullptr;

@@ -2,6 +2,7 @@
 
 #include "app/Theme.h"
 #include "i18n/Catalogue.h"
+#include "i18n/TextIds.h"
 
 #include <QFocusEvent>
 #include <QHBoxLayout>
@@ -20,13 +21,8 @@
 namespace kelvora {
 namespace {
 
-constexpr int kKeysCaptionId = 392;
-constexpr std::array kModeCaptionIds = {390, 391};
-constexpr std::array kArrowTipIds = {582, 583}; // next, previous
-constexpr int kDecryptionOnlyHintId = 584;
-constexpr int kPlaceFilledId = 585;
-constexpr int kPlaceEmptyId = 586;
-constexpr int kKeyOnShowId = 587;
+constexpr std::array kModeCaptionIds = {kSinglePassphraseText, kSharedSecurityText};
+constexpr std::array kArrowTipIds = {kNextKeyTip, kPreviousKeyTip}; // next, previous
 constexpr int kCountFieldWidth = 44;
 
 template <typename Widget> Widget* Tag(Widget* widget, const QString& name, int germanId) {
@@ -103,7 +99,7 @@ void SharedSecurityPanel::BuildControls() {
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(4);
     auto* row = new QHBoxLayout;
-    auto* caption = Tag(new QLabel(this), QStringLiteral("lblsharedkey"), kKeysCaptionId);
+    auto* caption = Tag(new QLabel(this), QStringLiteral("lblsharedkey"), kKeysCaption);
     m_txtKeyNum = new QLineEdit(QString::fromLatin1(SharedSecurityState::kInitialCount), this);
     m_txtKeyNum->setObjectName(QStringLiteral("txtKeyNum"));
     m_txtKeyNum->setFixedWidth(kCountFieldWidth);
@@ -135,7 +131,7 @@ void SharedSecurityPanel::BuildControls() {
         row->addWidget(m_places[static_cast<std::size_t>(i)]);
     }
     column->addLayout(row);
-    auto* hint = Tag(new QLabel(this), QStringLiteral("LblSharedHint"), kDecryptionOnlyHintId);
+    auto* hint = Tag(new QLabel(this), QStringLiteral("LblSharedHint"), kDecryptionOnlyHint);
     hint->setProperty("role", QStringLiteral("hint"));
     hint->setWordWrap(true);
     column->addWidget(hint);
@@ -249,7 +245,7 @@ void SharedSecurityPanel::Localise() {
         m_lblNextKey[i]->setToolTip(Text(kArrowTipIds[i]));
         m_lblNextKey[i]->setAccessibleName(Text(kArrowTipIds[i]));
     }
-    m_keyScroll->setAccessibleName(Text(kKeyOnShowId));
+    m_keyScroll->setAccessibleName(Text(kKeyOnShowName));
     UpdatePlaces();
 }
 
@@ -288,7 +284,7 @@ void SharedSecurityPanel::UpdatePlaces() {
         const bool current = i == m_state.ShownSlot();
         const bool filled = current ? !m_txtCode.text().isEmpty() : !m_state.Slot(i).empty();
         const QString number = QString::number(i + 1);
-        place->SetState(filled, current, Text(filled ? kPlaceFilledId : kPlaceEmptyId, number));
+        place->SetState(filled, current, Text(filled ? kPlaceFilledName : kPlaceEmptyName, number));
         place->setVisible(i < used && m_hiddenPlace != i);
     }
 }

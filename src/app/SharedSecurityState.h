@@ -2,6 +2,7 @@
 
 #include "common/Bytes.h"
 #include "crypto/KeyRules.h"
+#include "i18n/TextIds.h"
 
 #include <array>
 #include <optional>
@@ -11,8 +12,6 @@
 namespace kelvora {
 
 inline constexpr int kSharedKeySlots = 10;
-inline constexpr int kKeyCountMessageId = 385; // the count must lie between 1 and 10
-inline constexpr int kEmptyKeyMessageId = 386; // key "%s" is empty
 
 // SharedSecurityState holds the ten shared-security key slots of the main window and carries
 // out the handlers of the shared-security panel on them, without Qt: the panel mirrors the

@@ -10,6 +10,7 @@
 #include "common/LineBreaks.h"
 #include "crypto/CRijndael.h"
 #include "i18n/Catalogue.h"
+#include "i18n/TextIds.h"
 #include "mail/frmEmail.h"
 #include "text/ArmourFinder.h"
 #include "text/EncryptedText.h"
@@ -21,15 +22,7 @@
 #include <QVBoxLayout>
 
 namespace kelvora {
-namespace {
-
-constexpr int kMissingInputMessageId = 114;
-constexpr int kReminderMessageId = 190;
-constexpr int kUnsupportedInTextQuestionId = 591; // "%s" the character, "%d" its position
-constexpr int kNoBannerQuestionId = 592;
-constexpr int kSeveralArmoursMessageId = 630;
-
-} // namespace
+namespace {} // namespace
 
 TextPage::TextPage(WindowContext& context, PassphraseArea& passphrase, JobHost& host,
                    QWidget* parent)
@@ -37,7 +30,7 @@ TextPage::TextPage(WindowContext& context, PassphraseArea& passphrase, JobHost& 
     setObjectName(QStringLiteral("Frame_0"));
     auto* layout = parts::Column(this, 8);
     layout->setContentsMargins(0, 4, 0, 0);
-    QLabel* caption = parts::Caption(QStringLiteral("LblText"), 165, this);
+    QLabel* caption = parts::Caption(QStringLiteral("LblText"), kTextBoxCaption, this);
     layout->addWidget(caption);
 
     m_txtResults = new QPlainTextEdit(this);
@@ -51,26 +44,26 @@ TextPage::TextPage(WindowContext& context, PassphraseArea& passphrase, JobHost& 
 
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(8);
-    m_command1 = parts::Button(QStringLiteral("Command1"), 161, this, true);
-    m_command2 = parts::Button(QStringLiteral("Command2"), 162, this, true);
+    m_encryptButton = parts::Button(QStringLiteral("Command1"), kEncryptTextButtonText, this, true);
+    m_decryptButton = parts::Button(QStringLiteral("Command2"), kDecryptTextButtonText, this, true);
     // cmdMail hands the encrypted text to the mail window. It is enabled while the box shows
     // the text of the last encryption, so that it never sends anything else.
-    m_cmdMail = parts::Button(QStringLiteral("cmdMail"), 181, this);
+    m_cmdMail = parts::Button(QStringLiteral("cmdMail"), kSendByMailText, this);
     m_cmdMail->setEnabled(false);
-    m_lblLink = parts::Tag(new ClickLabel(this), QStringLiteral("LblLink"), 160);
-    m_lblLink->setProperty("role", QStringLiteral("link"));
-    m_lblLink->setCursor(Qt::PointingHandCursor);
-    buttons->addWidget(m_command1);
-    buttons->addWidget(m_command2);
+    m_onlineLink = parts::Tag(new ClickLabel(this), QStringLiteral("LblLink"), kOnlineVersionText);
+    m_onlineLink->setProperty("role", QStringLiteral("link"));
+    m_onlineLink->setCursor(Qt::PointingHandCursor);
+    buttons->addWidget(m_encryptButton);
+    buttons->addWidget(m_decryptButton);
     buttons->addWidget(m_cmdMail);
     buttons->addStretch();
-    buttons->addWidget(m_lblLink);
+    buttons->addWidget(m_onlineLink);
     layout->addLayout(buttons);
 
-    connect(m_command1, &QPushButton::clicked, this, &TextPage::OnCommand1Click);
-    connect(m_command2, &QPushButton::clicked, this, &TextPage::OnCommand2Click);
-    connect(m_lblLink, &ClickLabel::clicked, this, &TextPage::OnLblLinkClick);
-    connect(m_cmdMail, &QPushButton::clicked, this, &TextPage::OnCmdMailClick);
+    connect(m_encryptButton, &QPushButton::clicked, this, &TextPage::OnEncryptClick);
+    connect(m_decryptButton, &QPushButton::clicked, this, &TextPage::OnDecryptClick);
+    connect(m_onlineLink, &ClickLabel::Clicked, this, &TextPage::OnOnlineLinkClick);
+    connect(m_cmdMail, &QPushButton::clicked, this, &TextPage::OnMailClick);
     connect(m_txtResults, &QPlainTextEdit::textChanged, this, [this] {
         m_cmdMail->setEnabled(!m_mailText.isEmpty() && m_txtResults->toPlainText() == m_mailText);
     });
@@ -82,7 +75,7 @@ QWidget* TextPage::FirstField() const {
 
 bool TextPage::TextInputsGiven() {
     if (m_passphrase.IsEmpty() || m_txtResults->toPlainText().isEmpty()) {
-        m_context.ShowMessage(kMissingInputMessageId);
+        m_context.ShowMessage(kCheckNamesAndPassphraseText);
         return false;
     }
     return true;
@@ -133,19 +126,19 @@ void TextPage::ShowResults(std::string_view ansiText) {
     m_txtResults->setPlainText(QString::fromStdString(FromCrLf(Utf8FromAnsi(ansiText))));
 }
 
-void TextPage::OnCommand1Click() {
+void TextPage::OnEncryptClick() {
     if (!TextInputsGiven()) {
         return;
     }
     // Everything that can refuse or change the input is settled before anything changes.
-    std::optional<SecretBytes> key = m_passphrase.EncryptionKey(kMissingInputMessageId);
+    std::optional<SecretBytes> key = m_passphrase.EncryptionKey(kCheckNamesAndPassphraseText);
     if (!key) {
         return;
     }
     std::optional<std::string> text = AnsiTextToEncrypt();
-    if (!text ||
-        m_context.messages.AskOkCancel(kReminderMessageId, m_context.Text(kReminderMessageId),
-                                       kTextReminderTitle) != MessageService::Answer::Ok) {
+    if (!text || m_context.messages.AskOkCancel(kRememberPassphraseText,
+                                                m_context.Text(kRememberPassphraseText),
+                                                kTextReminderTitle) != MessageService::Answer::Ok) {
         return;
     }
     JobScope job(m_host);
@@ -165,13 +158,13 @@ void TextPage::OnCommand1Click() {
     }
 }
 
-void TextPage::OnCommand2Click() {
+void TextPage::OnDecryptClick() {
     if (!TextInputsGiven()) {
         return;
     }
     const std::string armour = ArmourToDecrypt();
     // In shared mode this combines the keys, or names the one missing, before the busy state.
-    std::optional<SecretBytes> key = m_passphrase.DecryptionKey(kMissingInputMessageId);
+    std::optional<SecretBytes> key = m_passphrase.DecryptionKey(kCheckNamesAndPassphraseText);
     if (!key) {
         return;
     }
@@ -185,7 +178,7 @@ void TextPage::OnCommand2Click() {
     key.reset();
     m_passphrase.Clear();
     if (result.status == TextStatus::NotBlockAligned) {
-        m_context.ShowMessage(kMissingInputMessageId);
+        m_context.ShowMessage(kCheckNamesAndPassphraseText);
     } else if (result.status == TextStatus::Ok) {
         ShowDecrypted(UpToFirstNul(result.text));
     }
@@ -203,14 +196,14 @@ void TextPage::ShowDecrypted(std::string_view ansiText) {
     ShowResults(ansiText);
 }
 
-void TextPage::OnLblLinkClick() {
-    m_context.ShowMessage(191);
+void TextPage::OnOnlineLinkClick() {
+    m_context.ShowMessage(kAuthoriseCertificateText);
     m_context.messages.OpenUrl(kOnlineVersionUrl);
 }
 
-// OnCmdMailClick hands the text to the mail window, the open one when there is one, so the
+// OnMailClick hands the text to the mail window, the open one when there is one, so the
 // fields typed into it stay.
-void TextPage::OnCmdMailClick() {
+void TextPage::OnMailClick() {
     if (!m_mail) {
         m_mail = new frmEmail(m_context.messages, m_context.languageOffset, window());
     }

@@ -38,11 +38,11 @@ public:
     QWidget* FirstField() const;
 
 private:
-    void OnCommand1Click();
-    void OnCommand2Click();
-    void OnLblLinkClick();
-    // OnCmdMailClick opens the mail window with the text of the last encryption.
-    void OnCmdMailClick();
+    void OnEncryptClick();
+    void OnDecryptClick();
+    void OnOnlineLinkClick();
+    // OnMailClick opens the mail window with the text of the last encryption.
+    void OnMailClick();
     // TextInputsGiven shows message 114 unless both the passphrase and the text are there.
     bool TextInputsGiven();
     std::string AnsiResults() const;
@@ -52,17 +52,17 @@ private:
     // No gives nothing.
     std::optional<std::string> AnsiTextToEncrypt();
     void ShowResults(std::string_view ansiText);
-    // ShowDecrypted puts a decrypted text into the box; see OnCommand2Click.
+    // ShowDecrypted puts a decrypted text into the box; see OnDecryptClick.
     void ShowDecrypted(std::string_view ansiText);
 
     WindowContext& m_context;
     PassphraseArea& m_passphrase;
     JobHost& m_host;
     QPlainTextEdit* m_txtResults = nullptr;
-    QPushButton* m_command1 = nullptr;
-    QPushButton* m_command2 = nullptr;
+    QPushButton* m_encryptButton = nullptr;
+    QPushButton* m_decryptButton = nullptr;
     QPushButton* m_cmdMail = nullptr;
-    ClickLabel* m_lblLink = nullptr;
+    ClickLabel* m_onlineLink = nullptr;
     QString m_mailText;        // the text of the last encryption, as the box showed it
     QPointer<frmEmail> m_mail; // the mail window while it is open
 };

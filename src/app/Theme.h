@@ -13,7 +13,6 @@ inline const QColor kAccent{0x2B, 0x5C, 0x8A};
 inline const QColor kAccentDark{0x1F, 0x46, 0x6C};
 inline const QColor kText{0x1F, 0x29, 0x37};
 inline const QColor kMutedText{0x5B, 0x67, 0x78};
-inline const QColor kStar{0xF2, 0xB0, 0x1E};
 
 inline constexpr int kWindowRounding = 20; // the 20 x 20 corner ellipse of the main window
 inline constexpr int kWindowWidth = 780;

@@ -2,6 +2,7 @@
 
 #include "app/Theme.h"
 #include "i18n/Catalogue.h"
+#include "i18n/TextIds.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -84,14 +85,14 @@ void ClickLabel::mousePressEvent(QMouseEvent* event) {
 
 void ClickLabel::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) {
-        emit clicked();
+        emit Clicked();
     }
 }
 
 void ClickLabel::keyPressEvent(QKeyEvent* event) {
     const int key = event->key();
     if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) {
-        emit clicked();
+        emit Clicked();
         return;
     }
     QLabel::keyPressEvent(event);
@@ -110,7 +111,6 @@ FlagImage::FlagImage(Country country, const QString& objectName, QWidget* parent
 }
 
 std::array<FlagImage*, 4> LanguageFlags(QWidget* parent) {
-    constexpr int kFirstLanguageNameId = 501;
     constexpr std::array<std::pair<FlagImage::Country, const char*>, 4> kFlags{{
         {FlagImage::Country::Germany, "ImageDE"},
         {FlagImage::Country::UnitedKingdom, "ImageEN"},
@@ -167,9 +167,9 @@ void ControlBox::mouseReleaseEvent(QMouseEvent* event) {
         return;
     }
     if (event->position().x() < kMinimiseWidth) {
-        emit minimiseRequested();
+        emit MinimiseRequested();
     } else {
-        emit closeRequested();
+        emit CloseRequested();
     }
 }
 

@@ -18,7 +18,7 @@ public:
     using QLabel::QLabel;
 
 signals:
-    void clicked();
+    void Clicked();
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
@@ -54,8 +54,8 @@ public:
     QSize sizeHint() const override;
 
 signals:
-    void minimiseRequested();
-    void closeRequested();
+    void MinimiseRequested();
+    void CloseRequested();
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -1,10 +1,13 @@
 #include "app/WindowParts.h"
 
 #include "app/Theme.h"
+#include "app/WindowChrome.h"
 #include "controls/ProgressBar.h"
+#include "i18n/TextIds.h"
 
 #include <QFrame>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -18,6 +21,25 @@ QLabel* Caption(const QString& name, int germanId, QWidget* parent, const QStrin
     label->setProperty("role", role);
     label->setWordWrap(true);
     return label;
+}
+
+BrowseField Browse(const QString& captionName, int captionId, const QString& editName,
+                   const QString& buttonName, QWidget* parent) {
+    BrowseField field{};
+    field.caption = Caption(captionName, captionId, parent);
+    field.edit = Edit(editName, parent, field.caption);
+    field.browse = Button(buttonName, kBrowseButtonText, parent);
+    field.row = new QHBoxLayout;
+    field.row->addWidget(field.edit, 1);
+    field.row->addWidget(field.browse);
+    return field;
+}
+
+QLabel* Logo(int side, QWidget* parent) {
+    auto* logo = new QLabel(parent);
+    logo->setObjectName(QStringLiteral("ImgLogo"));
+    logo->setPixmap(LogoPixmap(side, parent->devicePixelRatioF()));
+    return logo;
 }
 
 QPushButton* Button(const QString& name, int germanId, QWidget* parent, bool primary) {

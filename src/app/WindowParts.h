@@ -4,6 +4,7 @@
 #include <initializer_list>
 
 class QFrame;
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -30,6 +31,18 @@ QLabel* Caption(const QString& name, int germanId, QWidget* parent,
 QPushButton* Button(const QString& name, int germanId, QWidget* parent, bool primary = false);
 // Edit is a line box; label (when given) is the caption that names it for screen readers.
 QLineEdit* Edit(const QString& name, QWidget* parent, QLabel* label = nullptr);
+// BrowseField is a captioned line box with a Browse button in a row beside it; the caption
+// names the box for screen readers.
+struct BrowseField {
+    QLabel* caption;
+    QLineEdit* edit;
+    QPushButton* browse;
+    QHBoxLayout* row;
+};
+BrowseField Browse(const QString& captionName, int captionId, const QString& editName,
+                   const QString& buttonName, QWidget* parent);
+// Logo is the program's mark (ImgLogo) at side pixels, for a window's header.
+QLabel* Logo(int side, QWidget* parent);
 // Card frames a part of the window (the passphrase area, the working panel).
 void MakeCard(QFrame* card, const QString& name);
 ProgressBar* Bar(const QString& name, int height, QWidget* parent);

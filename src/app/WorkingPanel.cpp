@@ -5,6 +5,7 @@
 #include "app/WindowParts.h"
 #include "app/WorkingLight.h"
 #include "controls/ProgressBar.h"
+#include "i18n/TextIds.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
@@ -18,8 +19,6 @@ namespace {
 
 constexpr int kCountInterval = 125; // milliseconds between two steps of the busy animation
 constexpr int kCardMargin = 16;
-constexpr int kFileTextId = 517;
-constexpr int kSpeedTextId = 518;
 constexpr qint64 kMillisecondsPerSecond = 1000;
 
 } // namespace
@@ -33,19 +32,20 @@ WorkingPanel::WorkingPanel(const WindowContext& context, QWidget* parent)
 
     auto* heading = new QHBoxLayout;
     heading->setSpacing(10);
-    m_pictArbeitampel = new WorkingLight(this);
-    heading->addWidget(m_pictArbeitampel);
-    heading->addWidget(parts::Caption(QStringLiteral("LblWorking"), 142, this));
+    m_workingLight = new WorkingLight(this);
+    heading->addWidget(m_workingLight);
+    heading->addWidget(parts::Caption(QStringLiteral("LblWorking"), kWorkingCaption, this));
     heading->addStretch();
-    m_imgCount = new CountAnimation(this);
-    heading->addWidget(m_imgCount);
+    m_animation = new CountAnimation(this);
+    heading->addWidget(m_animation);
     layout->addLayout(heading);
-    layout->addWidget(parts::Caption(QStringLiteral("LblWait"), 143, this, QStringLiteral("hint")));
+    layout->addWidget(
+        parts::Caption(QStringLiteral("LblWait"), kPleaseWaitHint, this, QStringLiteral("hint")));
 
-    m_progressBar1 = parts::Bar(QStringLiteral("ProgressBar1"), 10, this);
-    m_progressBar2 = parts::Bar(QStringLiteral("ProgressBar2"), 5, this);
-    layout->addWidget(m_progressBar1);
-    layout->addWidget(m_progressBar2);
+    m_chunkBar = parts::Bar(QStringLiteral("ProgressBar1"), 10, this);
+    m_fileBar = parts::Bar(QStringLiteral("ProgressBar2"), 5, this);
+    layout->addWidget(m_chunkBar);
+    layout->addWidget(m_fileBar);
     m_lblJobFile = new QLabel(this);
     m_lblJobFile->setObjectName(QStringLiteral("LblJobFile"));
     m_lblJobFile->setProperty("role", QStringLiteral("hint"));
@@ -60,15 +60,15 @@ WorkingPanel::WorkingPanel(const WindowContext& context, QWidget* parent)
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
-    m_cmdCancel = parts::Button(QStringLiteral("cmdCancel"), 150, this);
+    m_cmdCancel = parts::Button(QStringLiteral("cmdCancel"), kCancelButtonId, this);
     m_cmdCancel->setCursor(Qt::ArrowCursor);
     buttons->addWidget(m_cmdCancel);
     layout->addLayout(buttons);
 
-    m_tmrCount = new QTimer(this);
-    m_tmrCount->setObjectName(QStringLiteral("TmrCount"));
-    m_tmrCount->setInterval(kCountInterval);
-    connect(m_tmrCount, &QTimer::timeout, this, &WorkingPanel::OnTmrCountTick);
+    m_animationTimer = new QTimer(this);
+    m_animationTimer->setObjectName(QStringLiteral("TmrCount"));
+    m_animationTimer->setInterval(kCountInterval);
+    connect(m_animationTimer, &QTimer::timeout, this, &WorkingPanel::OnAnimationTick);
     connect(m_cmdCancel, &QPushButton::clicked, this, &WorkingPanel::RequestCancel);
 }
 
@@ -80,18 +80,18 @@ void WorkingPanel::Start() {
     m_chunksReported = false;
     m_lblJobFile->clear();
     m_lblJobSpeed->clear();
-    m_pictArbeitampel->SetQuarters(0);
-    m_pictArbeitampel->SetLit(true);
-    m_progressBar1->SetPosition(0);
-    m_progressBar2->SetPosition(0);
+    m_workingLight->SetQuarters(0);
+    m_workingLight->SetLit(true);
+    m_chunkBar->SetPosition(0);
+    m_fileBar->SetPosition(0);
     m_workClock.start();
-    OnTmrCountTick();
-    m_tmrCount->start();
+    OnAnimationTick();
+    m_animationTimer->start();
 }
 
 void WorkingPanel::Stop() {
-    m_tmrCount->stop();
-    m_pictArbeitampel->SetLit(false);
+    m_animationTimer->stop();
+    m_workingLight->SetLit(false);
     m_linkedCancel = nullptr;
 }
 
@@ -104,11 +104,11 @@ void WorkingPanel::RequestCancel() {
 
 void WorkingPanel::OnProgressRange(std::int64_t maximum) {
     m_chunksReported = true;
-    m_progressBar1->SetMax(maximum);
+    m_chunkBar->SetMax(maximum);
 }
 
 void WorkingPanel::OnProgress(std::int64_t position) {
-    m_progressBar1->SetPosition(position);
+    m_chunkBar->SetPosition(position);
 }
 
 void WorkingPanel::LetEventsRun() {
@@ -118,13 +118,13 @@ void WorkingPanel::LetEventsRun() {
 void WorkingPanel::OnJobStarted(std::size_t fileCount, std::int64_t totalBytes) {
     m_fileCount = fileCount;
     m_totalBytes = totalBytes;
-    m_progressBar2->SetMax(static_cast<qint64>(fileCount));
+    m_fileBar->SetMax(static_cast<qint64>(fileCount));
 }
 
 void WorkingPanel::OnFileStarted(std::size_t index, const std::string& name) {
-    m_progressBar2->SetPosition(static_cast<qint64>(index));
-    m_pictArbeitampel->SetQuarters(QuartersDone(index, m_fileCount));
-    const QString text = m_context.Text(kFileTextId, QString::fromStdString(name));
+    m_fileBar->SetPosition(static_cast<qint64>(index));
+    m_workingLight->SetQuarters(QuartersDone(index, m_fileCount));
+    const QString text = m_context.Text(kCurrentFileText, QString::fromStdString(name));
     m_lblJobFile->setText(
         m_lblJobFile->fontMetrics().elidedText(text, Qt::ElideMiddle, m_lblJobFile->width()));
     m_lblJobFile->setToolTip(text);
@@ -133,8 +133,8 @@ void WorkingPanel::OnFileStarted(std::size_t index, const std::string& name) {
 void WorkingPanel::OnBytesDone(std::int64_t bytes) {
     m_bytesDone += bytes;
     if (!m_chunksReported && m_totalBytes > 0) {
-        m_progressBar1->SetMax(m_totalBytes);
-        m_progressBar1->SetPosition(std::min(m_bytesDone, m_totalBytes));
+        m_chunkBar->SetMax(m_totalBytes);
+        m_chunkBar->SetPosition(std::min(m_bytesDone, m_totalBytes));
     }
     ShowSpeed();
 }
@@ -147,13 +147,12 @@ void WorkingPanel::ShowSpeed() {
     const qint64 perSecond = m_bytesDone * kMillisecondsPerSecond / elapsed;
     const qint64 left = std::max<qint64>(m_totalBytes - m_bytesDone, 0);
     const qint64 secondsLeft = perSecond > 0 ? left / perSecond : 0;
-    m_lblJobSpeed->setText(m_context.Text(kSpeedTextId,
-                                          m_context.Locale().formattedDataSize(perSecond),
-                                          QString::number(secondsLeft)));
+    m_lblJobSpeed->setText(m_context.Text(
+        kSpeedText, m_context.Locale().formattedDataSize(perSecond), QString::number(secondsLeft)));
 }
 
-void WorkingPanel::OnTmrCountTick() {
-    m_imgCount->Tick(m_workClock.isValid() ? m_workClock.elapsed() / 1000 : 0);
+void WorkingPanel::OnAnimationTick() {
+    m_animation->Tick(m_workClock.isValid() ? m_workClock.elapsed() / 1000 : 0);
 }
 
 } // namespace kelvora

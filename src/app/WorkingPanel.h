@@ -38,8 +38,8 @@ public:
     void RequestCancel();
     void LinkCancel(std::atomic<bool>* flag) { m_linkedCancel = flag; }
 
-    ProgressBar& ChunkBar() { return *m_progressBar1; }
-    ProgressBar& FileBar() { return *m_progressBar2; }
+    ProgressBar& ChunkBar() { return *m_chunkBar; }
+    ProgressBar& FileBar() { return *m_fileBar; }
 
     // JobObserver and FileJobObserver.
     void OnProgressRange(std::int64_t maximum) override;
@@ -51,7 +51,7 @@ public:
     void OnBytesDone(std::int64_t bytes) override;
 
 private:
-    void OnTmrCountTick();
+    void OnAnimationTick();
     void ShowSpeed();
 
     std::atomic<bool> m_cancel{false};
@@ -62,13 +62,13 @@ private:
     std::int64_t m_totalBytes = 0;
     std::int64_t m_bytesDone = 0;
     bool m_chunksReported = false; // else ProgressBar1 follows the bytes of the whole job
-    WorkingLight* m_pictArbeitampel = nullptr;
+    WorkingLight* m_workingLight = nullptr;
     QLabel* m_lblJobFile = nullptr;
     QLabel* m_lblJobSpeed = nullptr;
-    CountAnimation* m_imgCount = nullptr;
-    QTimer* m_tmrCount = nullptr;
-    ProgressBar* m_progressBar1 = nullptr;
-    ProgressBar* m_progressBar2 = nullptr;
+    CountAnimation* m_animation = nullptr;
+    QTimer* m_animationTimer = nullptr;
+    ProgressBar* m_chunkBar = nullptr;
+    ProgressBar* m_fileBar = nullptr;
     QPushButton* m_cmdCancel = nullptr;
 };
 

@@ -51,9 +51,9 @@ private:
         const OptionSpec* option = FindLong(m_specs, name);
         if (option == nullptr) {
             m_error = "unknown option '--" + std::string(name) + "'";
-        } else if (!option->takesValue && equals != std::string_view::npos) {
+        } else if (!option->TakesValue() && equals != std::string_view::npos) {
             m_error = "option '--" + std::string(name) + "' takes no value";
-        } else if (!option->takesValue) {
+        } else if (!option->TakesValue()) {
             Add(*option, {});
         } else if (equals != std::string_view::npos) {
             Add(*option, std::string(body.substr(equals + 1)));
@@ -67,7 +67,7 @@ private:
             const OptionSpec* option = FindShort(m_specs, letters[i]);
             if (option == nullptr) {
                 m_error = std::string("unknown option '-") + letters[i] + "'";
-            } else if (!option->takesValue) {
+            } else if (!option->TakesValue()) {
                 Add(*option, {});
             } else if (i + 1 < letters.size()) {
                 Add(*option, std::string(letters.substr(i + 1)));

@@ -10,11 +10,15 @@
 namespace kelvora::cli {
 
 // OptionSpec describes one option of a command: its long name (without "--"), its short
-// letter ('\0' for none), and whether it takes a value.
+// letter ('\0' for none), the name of its value in the help ("FILE"; empty for an option
+// that takes no value) and its help line.
 struct OptionSpec {
     std::string_view longName;
     char shortName = '\0';
-    bool takesValue = false;
+    std::string_view valueName;
+    std::string_view help;
+
+    constexpr bool TakesValue() const { return !valueName.empty(); }
 };
 
 // ParsedArgs is a command line split into options (by long name, in the order given) and

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <iosfwd>
 #include <optional>
@@ -7,11 +8,6 @@
 #include <string_view>
 
 namespace kelvora::cli {
-
-// Exit status of every command.
-inline constexpr int kExitSuccess = 0;
-inline constexpr int kExitFailure = 1; // the job failed: wrong passphrase, damaged input, I/O
-inline constexpr int kExitUsage = 2;   // the command line or the passphrase source is unusable
 
 // PassphrasePrompt asks a person for a passphrase without echo. Ask returns nothing when
 // the person ends the input.
@@ -22,7 +18,8 @@ public:
 };
 
 // CliContext is everything a command touches outside itself, so that tests can run the
-// commands in-process with string streams, a scripted environment and no terminal.
+// commands in-process with string streams, a scripted environment and prompt, no terminal
+// and a stop flag of their own.
 struct CliContext {
     std::istream& in;
     std::ostream& out;
@@ -37,15 +34,14 @@ struct CliContext {
     // every step a command takes. Errors are always written.
     bool quiet = false;
     bool verbose = false;
+    // stopSignal, when set, holds the stop signal received so far (0 while none): main
+    // points it at its StopSignals scope. A job ends cleanly at its next check.
+    const std::atomic<int>* stopSignal = nullptr;
 };
 
-// Note writes "kelvora-cli: <message>" on err unless the command runs quietly.
-void Note(CliContext& context, std::string_view message);
-
-// Fail writes the one error line "kelvora-cli: <message>" and returns status.
-int Fail(CliContext& context, int status, std::string_view message);
-
-// Warn writes the line "kelvora-cli: warning: <message>"; the command goes on.
-void Warn(CliContext& context, std::string_view message);
+// StopRequested is true once a stop signal (or a test standing in for one) asked to stop.
+[[nodiscard]] inline bool StopRequested(const CliContext& context) {
+    return context.stopSignal != nullptr && *context.stopSignal != 0;
+}
 
 } // namespace kelvora::cli

@@ -1,6 +1,6 @@
 #include "cli/CliIo.h"
 
-#include "cli/Signals.h"
+#include "cli/FileErrorText.h"
 #include "files/FileIo.h"
 
 #include <cerrno>
@@ -20,8 +20,8 @@ bool IsStandardStream(const std::optional<std::string>& path) {
 }
 
 // Interrupted is true after a stop signal: a read cut short by it is no end of input.
-bool Interrupted(std::string& error) {
-    if (CaughtSignal() != 0) {
+bool Interrupted(const CliContext& context, std::string& error) {
+    if (StopRequested(context)) {
         error = "interrupted";
         return true;
     }
@@ -34,20 +34,20 @@ bool ReadAll(CliContext& context, const std::optional<std::string>& path, std::s
              std::string& error) {
     if (IsStandardStream(path)) {
         data.assign(std::istreambuf_iterator<char>(context.in), std::istreambuf_iterator<char>());
-        return !Interrupted(error);
+        return !Interrupted(context, error);
     }
     std::ifstream file(*path, std::ios::binary);
-    if (Interrupted(error)) {
+    if (Interrupted(context, error)) {
         return false;
     }
     if (!file) {
-        error = "cannot read " + *path + ": " + std::strerror(errno);
+        error = FileFailure(FileError::ReadFailed, *path, errno);
         return false;
     }
     std::ostringstream contents;
     contents << file.rdbuf();
     data = std::move(contents).str();
-    return !Interrupted(error);
+    return !Interrupted(context, error);
 }
 
 bool WriteAll(CliContext& context, const std::optional<std::string>& path, std::string_view data,
@@ -56,13 +56,13 @@ bool WriteAll(CliContext& context, const std::optional<std::string>& path, std::
         context.out.write(data.data(), static_cast<std::streamsize>(data.size()));
         context.out.flush();
         if (!context.out) {
-            error = "cannot write to standard output";
+            error = FileFailure(FileError::WriteFailed, "standard output", 0);
             return false;
         }
         return true;
     }
     if (!replace && PathExists(*path)) {
-        error = *path + " exists already (use --force to replace it)";
+        error = FileErrorMessage(Failure(FileError::OutputExists, 0, 0, *path));
         return false;
     }
     TempOutputFile file;
@@ -72,14 +72,14 @@ bool WriteAll(CliContext& context, const std::optional<std::string>& path, std::
         written = file.Write(std::span(bytes, data.size()));
     }
     if (!written) {
-        error = "cannot write " + *path + ": " + std::strerror(written.error());
+        error = FileFailure(FileError::WriteFailed, *path, written.error());
         return false;
     }
-    if (Interrupted(error)) {
+    if (Interrupted(context, error)) {
         return false;
     }
     if (auto committed = file.Commit(replace); !committed) {
-        error = "cannot write " + *path + ": " + std::strerror(committed.error());
+        error = FileFailure(FileError::WriteFailed, *path, committed.error());
         return false;
     }
     return true;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/CliContext.h"
+#include "cli/CliOutput.h"
 
 #include <optional>
 #include <string>

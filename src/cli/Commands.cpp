@@ -1,33 +1,27 @@
 #include "cli/Commands.h"
 
 #include "cli/FileCommands.h"
+#include "cli/PassphraseSource.h"
 #include "cli/TextCommands.h"
 #include "cli/ToolCommands.h"
-#include "common/Printable.h"
 #include "common/Version.h"
 #include "crypto/CipherPath.h"
 
 #include <algorithm>
 #include <array>
 #include <ostream>
-#include <vector>
 
 namespace kelvora::cli {
 namespace {
 
-constexpr OptionSpec kHelpOption{"help", 'h', false};
-constexpr OptionSpec kQuietFlag{"quiet", 'q', false};
-constexpr OptionSpec kVerboseFlag{"verbose", 'v', false};
-
-constexpr std::string_view kCommonOptionsHelp =
-    "\nEvery command also takes:\n"
-    "  -q, --quiet                 no notes and no progress, only errors\n"
-    "  -v, --verbose               say what is done, step by step, on standard error\n"
-    "  -h, --help                  show this help\n";
+constexpr OptionSpec kHelpOption{"help", 'h', {}, "show this help"};
+constexpr OptionSpec kQuietOption{"quiet", 'q', {}, "no notes and no progress, only errors"};
+constexpr OptionSpec kVerboseOption{
+    "verbose", 'v', {}, "say what is done, step by step, on standard error"};
 
 constexpr std::array kCommands = {
-    &EncryptTextCommand, &DecryptTextCommand, &EncryptFilesCommand, &DecryptFilesCommand,
-    &ListCommand,        &TestCommand,        &GenpassCommand,      &RateCommand,
+    &kEncryptTextCommand, &kDecryptTextCommand, &kEncryptCommand, &kDecryptCommand,
+    &kListCommand,        &kTestCommand,        &kGenpassCommand, &kRateCommand,
 };
 
 void PrintOverview(std::ostream& stream) {
@@ -38,8 +32,11 @@ void PrintOverview(std::ostream& stream) {
                << command->summary << '\n';
     }
     stream << "\nRun 'kelvora-cli help COMMAND' (or 'COMMAND --help') for a command's options.\n"
-              "'-' names standard input or output wherever a file is named.\n"
-              "Exit status: 0 success, 1 the job failed, 2 usage error.\n";
+              "Run 'kelvora-cli --version' for the version and the cipher path in use.\n"
+              "'-' names standard input or output wherever a file is named. On a terminal the\n"
+              "file commands show their progress on standard error.\n"
+              "Exit status: 0 success, 1 the job failed, 2 usage error, 128 + N after signal N\n"
+              "(130 for Ctrl-C).\n";
 }
 
 // PrintVersion names the program and the product version, first line alone, so that scripts
@@ -55,25 +52,9 @@ const Command* FindCommand(std::string_view name) {
     return it == kCommands.end() ? nullptr : *it;
 }
 
-void PrintUsage(std::ostream& stream, const Command& command) {
-    stream << command.usage << kCommonOptionsHelp;
+int UnknownCommand(CliContext& context, const std::string& name) {
+    return Fail(context, kExitUsage, "unknown command '" + name + "' (see 'kelvora-cli --help')");
 }
-
-} // namespace
-
-std::vector<OptionSpec> OptionsOf(const Command& command) {
-    std::vector<OptionSpec> specs(command.options.begin(), command.options.end());
-    for (const OptionSpec& common : {kHelpOption, kQuietFlag, kVerboseFlag}) {
-        if (std::none_of(specs.begin(), specs.end(), [&](const OptionSpec& option) {
-                return option.longName == common.longName;
-            })) {
-            specs.push_back(common);
-        }
-    }
-    return specs;
-}
-
-namespace {
 
 int RunCommand(CliContext& context, const Command& command, std::span<const std::string> args) {
     const ArgParseResult parsed = ParseArgs(args, OptionsOf(command));
@@ -82,15 +63,23 @@ int RunCommand(CliContext& context, const Command& command, std::span<const std:
                     parsed.error + " (see 'kelvora-cli " + std::string(command.name) + " --help')");
     }
     if (parsed.args.Has(kHelpOption.longName)) {
-        PrintUsage(context.out, command);
+        context.out << CommandHelp(command);
         return kExitSuccess;
     }
-    context.quiet = parsed.args.Has(kQuietFlag.longName);
-    context.verbose = parsed.args.Has(kVerboseFlag.longName);
+    context.quiet = parsed.args.Has(kQuietOption.longName);
+    context.verbose = parsed.args.Has(kVerboseOption.longName);
     if (context.quiet && context.verbose) {
         return Fail(context, kExitUsage, "--quiet and --verbose exclude each other");
     }
     context.showProgress = context.showProgress && !context.quiet;
+    const std::vector<std::string>& operands = parsed.args.operands;
+    if (operands.size() < command.operands.min) {
+        return Fail(context, kExitUsage, command.operands.missing);
+    }
+    if (operands.size() > command.operands.max) {
+        return Fail(context, kExitUsage,
+                    "unexpected argument '" + operands[command.operands.max] + "'");
+    }
     return command.run(context, parsed.args);
 }
 
@@ -105,14 +94,26 @@ int Help(CliContext& context, std::span<const std::string> topics) {
     }
     const Command* command = FindCommand(topics[0]);
     if (command == nullptr) {
-        return Fail(context, kExitUsage,
-                    "unknown command '" + topics[0] + "' (see 'kelvora-cli --help')");
+        return UnknownCommand(context, topics[0]);
     }
-    PrintUsage(context.out, *command);
+    context.out << CommandHelp(*command);
     return kExitSuccess;
 }
 
 } // namespace
+
+std::vector<OptionSpec> OptionsOf(const Command& command) {
+    std::vector<OptionSpec> specs(command.options.begin(), command.options.end());
+    if (command.passphrase != PassphraseUse::None) {
+        specs.push_back(kPassphraseFileOption);
+    }
+    if (command.passphrase == PassphraseUse::Encrypt ||
+        command.passphrase == PassphraseUse::Decrypt) {
+        specs.push_back(kKeyFileOption);
+    }
+    specs.insert(specs.end(), {kQuietOption, kVerboseOption, kHelpOption});
+    return specs;
+}
 
 std::span<const Command* const> AllCommands() {
     return kCommands;
@@ -136,26 +137,9 @@ int RunCli(CliContext& context, std::span<const std::string> args) {
     }
     const Command* command = FindCommand(args[0]);
     if (command == nullptr) {
-        return Fail(context, kExitUsage,
-                    "unknown command '" + args[0] + "' (see 'kelvora-cli --help')");
+        return UnknownCommand(context, args[0]);
     }
     return RunCommand(context, *command, args.subspan(1));
-}
-
-void Note(CliContext& context, std::string_view message) {
-    if (!context.quiet) {
-        context.err << "kelvora-cli: " << message << '\n';
-    }
-}
-
-int Fail(CliContext& context, int status, std::string_view message) {
-    // Messages may quote names from files and containers; they never reach the terminal raw.
-    context.err << "kelvora-cli: " << Printable(message) << '\n';
-    return status;
-}
-
-void Warn(CliContext& context, std::string_view message) {
-    context.err << "kelvora-cli: warning: " << message << '\n';
 }
 
 } // namespace kelvora::cli

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "cli/CliArgs.h"
-#include "cli/CliContext.h"
+#include "cli/CliOutput.h"
 
+#include <cstddef>
+#include <limits>
 #include <span>
 #include <string>
 #include <string_view>
@@ -10,23 +12,49 @@
 
 namespace kelvora::cli {
 
-// Command is one subcommand of kelvora-cli: its name, one line for the overview, its full
-// help text, its options (--help is added to every command), and what it does.
+// PassphraseUse says whether and how a command takes a passphrase; it chooses the
+// passphrase options a command gets and the one paragraph of its help that explains them.
+enum class PassphraseUse {
+    None,
+    Encrypt, // -p or 2 to 10 --key-file; asked twice on a terminal
+    Decrypt, // -p or 1 to 10 --key-file; asked once
+    Rate,    // -p only: the passphrase itself is wanted, not a key
+};
+
+// OperandRule is how many operands a command takes, and what to say when there are too few
+// (more than max is "unexpected argument").
+struct OperandRule {
+    std::size_t min = 0;
+    std::size_t max = 0;
+    std::string_view missing;
+};
+inline constexpr std::size_t kAnyNumber = std::numeric_limits<std::size_t>::max();
+
+// Command is one subcommand of kelvora-cli and everything its help is made of: the summary
+// for the overview, the usage lines (each after "kelvora-cli NAME "), a description, its
+// own options, its operands and its passphrase. The dispatcher adds the passphrase
+// options and --help, --quiet and --verbose, checks the operands, and then runs it.
 struct Command {
     std::string_view name;
     std::string_view summary;
-    std::string_view usage;
+    std::span<const std::string_view> usages;
+    std::string_view description;
     std::span<const OptionSpec> options;
-    int (*run)(CliContext& context, const ParsedArgs& args);
+    OperandRule operands;
+    PassphraseUse passphrase = PassphraseUse::None;
+    int (*run)(CliContext& context, const ParsedArgs& args) = nullptr;
 };
 
-// Options that mean the same in every command that takes them.
-inline constexpr OptionSpec kOutputOption{"output", 'o', true};
-inline constexpr OptionSpec kForceOption{"force", '\0', false};
+// Long names that several commands give an option of their own meaning each.
+inline constexpr std::string_view kOutputName = "output";
+inline constexpr std::string_view kForceName = "force";
 
-// OptionsOf is every option a command takes: its own, then --help, --quiet and --verbose,
-// which the dispatcher adds to every command.
+// OptionsOf is every option a command takes: its own, its passphrase options, then --help,
+// --quiet and --verbose.
 [[nodiscard]] std::vector<OptionSpec> OptionsOf(const Command& command);
+
+// CommandHelp is the text "COMMAND --help" prints, made from the command's table entry.
+[[nodiscard]] std::string CommandHelp(const Command& command);
 
 // AllCommands lists the subcommands in the order the overview shows them.
 std::span<const Command* const> AllCommands();

@@ -16,17 +16,15 @@ namespace {
 
 // MadeFoldersFor makes the folders of relative below root, level by level and never
 // through a symbolic link.
-bool MadeFoldersFor(const std::string& root, const std::string& relative, int* error) {
+Result<void, Errno> MadeFoldersFor(const std::string& root, const std::string& relative) {
     OutputFolder folder;
     if (auto opened = folder.Open(root); !opened) {
-        *error = opened.error();
-        return false;
+        return opened;
     }
-    auto parent = folder.OpenParent(relative);
-    if (!parent) {
-        *error = parent.error();
+    if (auto parent = folder.OpenParent(relative); !parent) {
+        return kelvora::Fail(parent.error());
     }
-    return parent.has_value();
+    return {};
 }
 
 constexpr std::string_view kContainerExtension = ".vexo";
@@ -52,7 +50,7 @@ int EncryptEach(CliContext& context, const ParsedArgs& args, const std::vector<I
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
     }
-    FileJobAnswers answers = EncryptAnswers(context, args.Has(kForceOption.longName));
+    FileJobAnswers answers = EncryptAnswers(context, args.Has(kForceName));
     answers.doneVerb = nullptr; // each container is named when it is made
     CliFileObserver observer(context, answers);
     SystemRandom random;
@@ -65,12 +63,11 @@ int EncryptEach(CliContext& context, const ParsedArgs& args, const std::vector<I
             continue;
         }
         const std::string container = EachContainerPath(entry, folder.value_or(""));
-        int folderError = 0;
-        if (folder && !MadeFoldersFor(*folder, RelativeName(entry), &folderError)) {
-            observer.ClearProgress();
-            Fail(context, kExitFailure,
-                 FileErrorMessage(Failure(FileError::WriteFailed, 0, 0, container, folderError)));
-            status = kExitFailure;
+        if (auto made =
+                folder ? MadeFoldersFor(*folder, RelativeName(entry)) : Result<void, Errno>();
+            !made) {
+            status = JobFailed(context, observer,
+                               Failure(FileError::WriteFailed, 0, 0, container, made.error()));
             continue;
         }
         const EncryptRequest request{{InputEntry{entry.path, std::string(kLoneFileRelativePath)}},
@@ -82,8 +79,7 @@ int EncryptEach(CliContext& context, const ParsedArgs& args, const std::vector<I
         const FileJobResult result = EncryptFiles(request, observer);
         observer.ClearProgress();
         if (!result.ok()) {
-            Fail(context, kExitFailure, FileErrorMessage(result));
-            status = kExitFailure;
+            status = JobFailed(context, observer, result);
             if (result.error == FileError::Cancelled) {
                 break;
             }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/CliArgs.h"
-#include "cli/CliContext.h"
+#include "cli/CliOutput.h"
 #include "files/InputList.h"
 
 #include <string>
@@ -9,7 +9,13 @@
 
 namespace kelvora::cli {
 
-inline constexpr OptionSpec kEachOption{"each", '\0', false};
+inline constexpr OptionSpec kEachOption{
+    "each",
+    '\0',
+    {},
+    "one container per input file instead, holding that file alone: NAME.vexo beside it, or "
+    "below -C DIR (the folder structure of the inputs kept); a file that fails is reported and "
+    "the others still go; .vexo files are passed over (with a note)"};
 
 // EachContainerPath is where encrypt --each puts the container of one input file: beside
 // it as NAME.vexo, or with a folder below it, the input's relative path kept (a file given

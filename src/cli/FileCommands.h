@@ -4,9 +4,9 @@
 
 namespace kelvora::cli {
 
-extern const Command EncryptFilesCommand;
-extern const Command DecryptFilesCommand;
-extern const Command ListCommand;
-extern const Command TestCommand;
+extern const Command kEncryptCommand;
+extern const Command kDecryptCommand;
+extern const Command kListCommand;
+extern const Command kTestCommand;
 
 } // namespace kelvora::cli

@@ -13,6 +13,15 @@ std::string WithSystemError(std::string text, int systemError) {
     return text;
 }
 
+// Refused and LeftOut say what became of one named entry, and why.
+std::string Refused(const FileJobResult& result, std::string_view why) {
+    return result.name + ": refused, " + std::string(why);
+}
+
+std::string LeftOut(const FileJobResult& result, std::string_view why) {
+    return result.name + ": left out, " + std::string(why);
+}
+
 // WhichFile names a file of a container by its place and, when known, its stored name.
 std::string WhichFile(const FileJobResult& result) {
     std::string text = "file " + std::to_string(result.fileIndex + 1);
@@ -24,6 +33,20 @@ std::string WhichFile(const FileJobResult& result) {
 
 } // namespace
 
+std::string ExistsAlready(const std::string& name, std::string_view options) {
+    return name + " exists already" +
+           (options.empty() ? std::string() : " (use " + std::string(options) + ")");
+}
+
+std::string FileFailure(FileError error, const std::string& path, int systemError) {
+    return FileErrorMessage(Failure(error, 0, 0, path, systemError));
+}
+
+std::string LeftOutSummary(std::size_t count) {
+    return std::to_string(count) + (count == 1 ? " entry was" : " entries were") +
+           " left out (named above)";
+}
+
 std::string FileErrorMessage(const FileJobResult& result) {
     switch (result.error) {
     case FileError::None:
@@ -34,43 +57,39 @@ std::string FileErrorMessage(const FileJobResult& result) {
         if (result.name.empty()) {
             return std::to_string(result.omitted.size()) +
                    (result.omitted.size() == 1 ? " file exists" : " files exist") +
-                   " already (use --overwrite, --skip-existing or --rename); nothing was written";
+                   " already (use " + std::string(kExistingFileOptions) + "); nothing was written";
         }
-        return result.name + " exists already (use --force to replace it)";
+        return ExistsAlready(result.name, kForceToReplace);
     case FileError::OutputIsInput:
-        return result.name + ": refused, the container would be one of the inputs or lie in a "
-                             "folder being encrypted";
+        return Refused(result, "the container would be one of the inputs or lie in a "
+                               "folder being encrypted");
     case FileError::NameTooLong:
-        return result.name + ": refused, a name longer than 255 bytes (other copies of Kelvora "
-                             "cannot read it, Linux cannot create it)";
+        return Refused(result, "a name longer than 255 bytes (other copies of Kelvora "
+                               "cannot read it, Linux cannot create it)");
     case FileError::UnsafeName:
-        return result.name.empty()
-                   ? "some files were refused: their stored names are unsafe"
-                   : result.name + ": refused, its stored name would leave the output folder "
-                                   "or holds control characters";
+        return Refused(result, "its stored name would leave the output folder or holds "
+                               "control characters");
     case FileError::LinkInPath:
-        return WithSystemError(result.name + ": refused, a folder on its way is a symbolic link "
-                                             "or no folder",
-                               result.systemError);
+        return WithSystemError(
+            Refused(result, "a folder on its way is a symbolic link or no folder"),
+            result.systemError);
     case FileError::EntriesLeftOut:
-        return std::to_string(result.omitted.size()) +
-               (result.omitted.size() == 1 ? " entry was" : " entries were") +
-               " left out (named above)";
+        return LeftOutSummary(result.omitted.size());
     case FileError::NotRegularFile:
-        return result.name + ": refused, not a regular file (a FIFO, socket or device)";
+        return Refused(result, "not a regular file (a FIFO, socket or device)");
     case FileError::SizeUnknown:
-        return result.name + ": refused, its size is not known in advance (it reads 0 bytes "
-                             "but holds data)";
+        return Refused(result, "its size is not known in advance (it reads 0 bytes "
+                               "but holds data)");
     case FileError::LinkToFolder:
-        return result.name + ": left out, a symbolic link to a folder (not followed)";
+        return LeftOut(result, "a symbolic link to a folder (not followed)");
     case FileError::EmptyFolder:
-        return result.name + ": left out, an empty folder (a container holds files only)";
+        return LeftOut(result, "an empty folder (a container holds files only)");
     case FileError::NameNotStorable:
-        return result.name + ": refused, its name holds characters a container cannot store "
-                             "(outside Windows-1252); nothing was written";
+        return Refused(result, "its name holds characters a container cannot store "
+                               "(outside Windows-1252); nothing was written");
     case FileError::DuplicateName:
-        return result.name + ": refused, both would be stored under the same name; nothing "
-                             "was written";
+        return Refused(result, "both would be stored under the same name; nothing "
+                               "was written");
     case FileError::ReadFailed:
         return WithSystemError("cannot read " + result.name, result.systemError);
     case FileError::WriteFailed:

@@ -1,7 +1,7 @@
 #include "cli/FileProgress.h"
 
 #include "cli/FileErrorText.h"
-#include "cli/Signals.h"
+#include "cli/JsonReport.h"
 #include "common/Printable.h"
 
 #include <cstdio>
@@ -17,6 +17,11 @@ std::string Megabytes(std::int64_t bytes) {
     char text[32];
     std::snprintf(text, sizeof text, "%.1f MB", static_cast<double>(bytes) / kMega);
     return text;
+}
+
+// ShownPath is a restored file's path as a person reads it: without a leading "./".
+std::string ShownPath(const std::string& path) {
+    return path.starts_with("./") ? path.substr(2) : path;
 }
 
 } // namespace
@@ -36,6 +41,15 @@ std::string ProgressLine(std::int64_t done, std::int64_t total, double seconds) 
     return line;
 }
 
+int JobFailed(CliContext& context, CliFileObserver& observer, const FileJobResult& result,
+              bool json) {
+    observer.ClearProgress();
+    if (json) {
+        context.out << FailureJson(result);
+    }
+    return Fail(context, kExitFailure, FileErrorMessage(result));
+}
+
 FileJobAnswers EncryptAnswers(const CliContext& context, bool force) {
     FileJobAnswers answers;
     answers.replaceContainer = force;
@@ -52,7 +66,7 @@ CliFileObserver::~CliFileObserver() {
 }
 
 bool CliFileObserver::CancelRequested() {
-    return CaughtSignal() != 0;
+    return StopRequested(m_context);
 }
 
 void CliFileObserver::OnJobStarted(std::size_t, std::int64_t totalBytes) {
@@ -66,24 +80,23 @@ void CliFileObserver::OnFileDone(std::size_t, const std::string& path) {
     }
     if (m_answers.listRestored) {
         ClearProgress();
-        m_context.out << Printable(path.starts_with("./") ? path.substr(2) : path) << '\n';
+        m_context.out << Printable(ShownPath(path)) << '\n';
     } else if (m_answers.doneVerb != nullptr) {
         ClearProgress();
-        m_context.err << "kelvora-cli: " << m_answers.doneVerb << ' ' << Printable(path) << '\n';
+        Note(m_context, std::string(m_answers.doneVerb) + ' ' + path);
     }
 }
 
 void CliFileObserver::OnFileRefused(std::size_t, const std::string& name, FileError why) {
     ClearProgress();
-    FileJobResult refused = Failure(why, 0, 0, name);
-    m_context.err << "kelvora-cli: " << Printable(FileErrorMessage(refused)) << '\n';
+    ++m_refused;
+    Fail(m_context, kExitFailure, FileErrorMessage(Failure(why, 0, 0, name)));
 }
 
 void CliFileObserver::OnNameOnlyThisProgramReads(const std::string& path) {
     ClearProgress();
-    m_context.err << "kelvora-cli: warning: " << Printable(path)
-                  << ": its stored name is longer than 255 bytes; other copies of Kelvora "
-                     "cannot restore it\n";
+    Warn(m_context, path + ": its stored name is longer than 255 bytes; other copies of "
+                           "Kelvora cannot restore it");
 }
 
 void CliFileObserver::OnBytesDone(std::int64_t bytes) {
@@ -101,9 +114,7 @@ ExistingFileAnswer CliFileObserver::AskExistingFile(const std::string&) {
 
 void CliFileObserver::OnFileSkipped(std::size_t, const std::string& path) {
     ClearProgress();
-    m_context.err << "kelvora-cli: skipped "
-                  << Printable(path.starts_with("./") ? path.substr(2) : path)
-                  << ": exists already\n";
+    Note(m_context, "skipped " + ShownPath(path) + ": exists already");
 }
 
 void CliFileObserver::DrawProgress(bool force) {

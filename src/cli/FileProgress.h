@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/CliContext.h"
+#include "cli/CliOutput.h"
 #include "files/FileJobObserver.h"
 
 #include <chrono>
@@ -29,8 +29,8 @@ struct FileJobAnswers {
 
 // CliFileObserver answers a file job from the options, prints the restored files on
 // standard output, draws progress (bytes, MB/s, time left) on standard error when that is
-// a terminal, and cancels the job cleanly on a stop signal (StopSignals) so that no partial output
-// stays.
+// a terminal, and cancels the job cleanly once a stop is requested (StopRequested), so that
+// no partial output stays.
 class CliFileObserver final : public FileJobObserver {
 public:
     CliFileObserver(CliContext& context, FileJobAnswers answers);
@@ -50,6 +50,8 @@ public:
 
     // ClearProgress erases the progress line before the command prints its result.
     void ClearProgress();
+    // RefusedCount is how many files the job refused (each named as it was refused).
+    [[nodiscard]] std::size_t RefusedCount() const { return m_refused; }
 
 private:
     void DrawProgress(bool force);
@@ -60,9 +62,15 @@ private:
     bool m_drawn = false;
     std::int64_t m_total = 0;
     std::int64_t m_done = 0;
+    std::size_t m_refused = 0;
     std::chrono::steady_clock::time_point m_start;
     std::chrono::steady_clock::time_point m_lastDraw;
 };
+
+// JobFailed clears the progress line and writes the failed job's error line (with json, its
+// JSON on standard output too); it returns the exit status.
+int JobFailed(CliContext& context, CliFileObserver& observer, const FileJobResult& result,
+              bool json = false);
 
 // ProgressLine formats the progress text: bytes done of total, speed in MB/s and the time
 // left ("1.5 GB of 2.0 GB  48.2 MB/s  0:10 left"); without a total (a pipe), the bytes

@@ -1,5 +1,6 @@
 #include "cli/PassphraseSource.h"
 
+#include "cli/FileErrorText.h"
 #include "common/Ansi.h"
 #include "crypto/CRijndael.h"
 #include "crypto/KeyRules.h"
@@ -12,13 +13,6 @@
 
 namespace kelvora::cli {
 namespace {
-
-ObtainedSecret Failure(int status, std::string message) {
-    ObtainedSecret result;
-    result.status = status;
-    result.error = std::move(message);
-    return result;
-}
 
 std::string WithoutLineBreak(std::string line) {
     if (!line.empty() && line.back() == '\r') {
@@ -37,7 +31,7 @@ bool ReadFirstLine(CliContext& context, const std::string& path, std::string& li
     }
     std::ifstream file(path, std::ios::binary);
     if (!file) {
-        error = "cannot read " + path + ": " + std::strerror(errno);
+        error = FileFailure(FileError::ReadFailed, path, errno);
         return false;
     }
     std::getline(file, line);
@@ -60,7 +54,8 @@ std::optional<ObtainedSecret> CheckKeyText(CliContext& context, std::string_view
         return std::nullopt;
     }
     if (purpose == KeyPurpose::Encrypt) {
-        return Failure(kExitFailure, Unholdable(whose, *check.first) + "; choose another");
+        return ObtainedSecret::Refusal(kExitFailure,
+                                       Unholdable(whose, *check.first) + "; choose another");
     }
     Warn(context, Unholdable(whose, *check.first));
     return std::nullopt;
@@ -72,7 +67,7 @@ ObtainedSecret FromText(CliContext& context, std::string utf8, KeyPurpose purpos
     result.passphrase = SecretString(AnsiFromUtf8(utf8));
     Wipe(utf8);
     if (result.passphrase.empty()) {
-        return Failure(kExitUsage, "the passphrase is empty");
+        return ObtainedSecret::Refusal(kExitUsage, "the passphrase is empty");
     }
     if (refused) {
         return std::move(*refused);
@@ -87,7 +82,7 @@ ObtainedSecret FromText(CliContext& context, std::string utf8, KeyPurpose purpos
 ObtainedSecret FromTerminal(CliContext& context, KeyPurpose purpose) {
     std::optional<std::string> first = context.prompt->Ask("Passphrase: ");
     if (!first) {
-        return Failure(kExitUsage, "no passphrase was entered");
+        return ObtainedSecret::Refusal(kExitUsage, "no passphrase was entered");
     }
     if (purpose == KeyPurpose::Encrypt) {
         std::optional<std::string> again = context.prompt->Ask("Repeat the passphrase: ");
@@ -97,7 +92,7 @@ ObtainedSecret FromTerminal(CliContext& context, KeyPurpose purpose) {
         }
         if (!same) {
             Wipe(*first);
-            return Failure(kExitUsage, "the two passphrases differ");
+            return ObtainedSecret::Refusal(kExitUsage, "the two passphrases differ");
         }
     }
     return FromText(context, std::move(*first), purpose);
@@ -117,7 +112,7 @@ std::optional<std::string> SharedKeyCountError(std::size_t count, KeyPurpose pur
 ObtainedSecret SharedKeyFromFiles(CliContext& context, const std::vector<std::string>& paths,
                                   KeyPurpose purpose) {
     if (const auto error = SharedKeyCountError(paths.size(), purpose)) {
-        return Failure(kExitUsage, *error);
+        return ObtainedSecret::Refusal(kExitUsage, *error);
     }
     std::vector<std::string> keys;
     const auto wipeKeys = [&keys] {
@@ -130,7 +125,7 @@ ObtainedSecret SharedKeyFromFiles(CliContext& context, const std::vector<std::st
         std::string error;
         if (!ReadFirstLine(context, path, line, error)) {
             wipeKeys();
-            return Failure(kExitUsage, error);
+            return ObtainedSecret::Refusal(kExitUsage, error);
         }
         const std::string whose = "key " + std::to_string(keys.size() + 1);
         std::optional<ObtainedSecret> refused = CheckKeyText(context, line, whose, purpose);
@@ -144,7 +139,8 @@ ObtainedSecret SharedKeyFromFiles(CliContext& context, const std::vector<std::st
     SharedKey shared = BuildKey(keys);
     wipeKeys();
     if (!shared.ok()) {
-        return Failure(kExitUsage, "key " + std::to_string(shared.emptyKeyNumber) + " is empty");
+        return ObtainedSecret::Refusal(kExitUsage, "key " + std::to_string(shared.emptyKeyNumber) +
+                                                       " is empty");
     }
     ObtainedSecret result;
     result.key = std::move(shared.key);
@@ -158,7 +154,7 @@ ObtainedSecret ObtainPassphrase(CliContext& context, const ParsedArgs& args, Key
         std::string line;
         std::string error;
         if (!ReadFirstLine(context, *path, line, error)) {
-            return Failure(kExitUsage, error);
+            return ObtainedSecret::Refusal(kExitUsage, error);
         }
         return FromText(context, std::move(line), purpose);
     }
@@ -168,14 +164,16 @@ ObtainedSecret ObtainPassphrase(CliContext& context, const ParsedArgs& args, Key
     if (context.prompt != nullptr) {
         return FromTerminal(context, purpose);
     }
-    return Failure(kExitUsage, "no passphrase: give -p FILE, set KELVORA_PASSPHRASE, or run "
-                               "on a terminal");
+    return ObtainedSecret::Refusal(kExitUsage,
+                                   "no passphrase: give -p FILE, set KELVORA_PASSPHRASE, or run "
+                                   "on a terminal");
 }
 
 ObtainedSecret ObtainKey(CliContext& context, const ParsedArgs& args, KeyPurpose purpose) {
     const std::vector<std::string> keyFiles = args.Values(kKeyFileOption.longName);
     if (!keyFiles.empty() && args.Has(kPassphraseFileOption.longName)) {
-        return Failure(kExitUsage, "give either -p FILE or --key-file FILE..., not both");
+        return ObtainedSecret::Refusal(kExitUsage,
+                                       "give either -p FILE or --key-file FILE..., not both");
     }
     if (!keyFiles.empty()) {
         return SharedKeyFromFiles(context, keyFiles, purpose);

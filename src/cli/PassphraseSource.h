@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/CliArgs.h"
-#include "cli/CliContext.h"
+#include "cli/CliOutput.h"
 #include "common/Bytes.h"
 
 #include <array>
@@ -10,8 +10,10 @@ namespace kelvora::cli {
 
 // The options through which a command receives its passphrase. A passphrase is never taken
 // from a command-line argument, where other users could read it.
-inline constexpr OptionSpec kPassphraseFileOption{"passphrase-file", 'p', true};
-inline constexpr OptionSpec kKeyFileOption{"key-file", '\0', true};
+inline constexpr OptionSpec kPassphraseFileOption{"passphrase-file", 'p', "FILE",
+                                                  "read the passphrase from FILE's first line"};
+inline constexpr OptionSpec kKeyFileOption{
+    "key-file", '\0', "FILE", "a shared-security key, given once per key, key 1 first"};
 inline constexpr std::size_t kMinSharedKeysToEncrypt = 2; // one key is no shared security
 inline constexpr std::size_t kMaxSharedKeys = 10;
 inline constexpr const char* kPassphraseVariable = "KELVORA_PASSPHRASE";
@@ -30,6 +32,14 @@ struct ObtainedSecret {
     int status = kExitSuccess;
     std::string error;
     bool ok() const { return status == kExitSuccess; }
+
+    // Refusal is the failure with status and its message.
+    static ObtainedSecret Refusal(int status, std::string message) {
+        ObtainedSecret refused;
+        refused.status = status;
+        refused.error = std::move(message);
+        return refused;
+    }
 };
 
 // ObtainPassphrase takes the passphrase from the first source present: -p FILE (its first

@@ -18,7 +18,7 @@ int EncryptStandardInput(CliContext& context, const ParsedArgs& args) {
         return Fail(context, kExitUsage, "standard input ('-') can only be encrypted alone");
     }
     const std::optional<std::string> name = args.Value(kNameOption.longName);
-    const std::optional<std::string> output = args.Value(kOutputOption.longName);
+    const std::optional<std::string> output = args.Value(kOutputName);
     if (!name || name->empty()) {
         return Fail(context, kExitUsage, "name the file read from standard input with --name NAME");
     }
@@ -31,14 +31,15 @@ int EncryptStandardInput(CliContext& context, const ParsedArgs& args) {
                     "the data and the passphrase cannot both come from standard input");
     }
     const bool replace = *output != "-" && PathExists(*output);
-    if (replace && !args.Has(kForceOption.longName)) {
-        return Fail(context, kExitFailure, *output + " exists already (use --force to replace it)");
+    if (replace && !args.Has(kForceName)) {
+        return Fail(context, kExitFailure,
+                    FileErrorMessage(Failure(FileError::OutputExists, 0, 0, *output)));
     }
     ObtainedSecret secret = ObtainKey(context, args, KeyPurpose::Encrypt);
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
     }
-    CliFileObserver observer(context, EncryptAnswers(context, args.Has(kForceOption.longName)));
+    CliFileObserver observer(context, EncryptAnswers(context, args.Has(kForceName)));
     SystemRandom random;
     IstreamSource source(context.in);
     const StreamEncryptRequest request{&source, StoredNameFor(*name, *name), &secret.key, &random};
@@ -66,7 +67,7 @@ int EncryptStandardInput(CliContext& context, const ParsedArgs& args) {
         result.name = *output == "-" ? "standard output" : *output;
     }
     observer.ClearProgress();
-    return result.ok() ? kExitSuccess : Fail(context, kExitFailure, FileErrorMessage(result));
+    return result.ok() ? kExitSuccess : JobFailed(context, observer, result);
 }
 
 } // namespace kelvora::cli

@@ -43,17 +43,12 @@ std::string ShownContainer(const std::string& container) {
 // WalkFailed reports what stopped a walk; the container stands for an unnamed read failure.
 int WalkFailed(CliContext& context, CliFileObserver& observer, FileJobResult result,
                const WalkRequest& request) {
-    observer.ClearProgress();
-    if (result.error == FileError::ReadFailed && result.name.empty()) {
+    const bool aboutTheContainer =
+        result.error == FileError::ReadFailed || result.error == FileError::NoUsableContent;
+    if (aboutTheContainer && result.name.empty()) {
         result.name = ShownContainer(request.container);
     }
-    if (result.error == FileError::NoUsableContent && result.name.empty()) {
-        result.name = ShownContainer(request.container);
-    }
-    if (request.json) {
-        context.out << FailureJson(result);
-    }
-    return Fail(context, kExitFailure, FileErrorMessage(result));
+    return JobFailed(context, observer, result, request.json);
 }
 
 // IndexProblem says what is wrong with the index behind the records, or nothing.
@@ -72,22 +67,22 @@ std::string IndexProblem(const WalkOutcome& outcome) {
     return {};
 }
 
-// Walk runs a walk over the request's container with the given handler.
-struct Walked {
+// WalkRun is how a walk over a container ended, and whether the container opened at all.
+struct WalkRun {
     WalkOutcome outcome;
     bool opened = true;
 };
 
-Walked RunWalk(CliContext& context, const WalkRequest& request, const SecretBytes& key,
-               RecordWalkHandler& handler, CliFileObserver& observer) {
+WalkRun RunWalk(CliContext& context, const WalkRequest& request, const SecretBytes& key,
+                RecordWalkHandler& handler, CliFileObserver& observer) {
     OpenedInput input;
     if (!OpenInput(context, request.container, input)) {
-        Walked failed{WalkOutcome{Failure(FileError::ReadFailed, 0, 0, request.container, errno)},
-                      false};
+        WalkRun failed{WalkOutcome{Failure(FileError::ReadFailed, 0, 0, request.container, errno)},
+                       false};
         return failed;
     }
     observer.OnJobStarted(0, input.size);
-    return Walked{WalkRecords(*input.source, key, handler, observer, request.keepGoing), true};
+    return WalkRun{WalkRecords(*input.source, key, handler, observer, request.keepGoing), true};
 }
 
 } // namespace
@@ -101,7 +96,7 @@ int WalkDecrypt(CliContext& context, const WalkRequest& request, const SecretByt
     if (request.toStandardOutput) {
         OstreamSink out(context.out);
         WalkLister single(out, observer, true);
-        const Walked walked = RunWalk(context, request, key, single, observer);
+        const WalkRun walked = RunWalk(context, request, key, single, observer);
         context.out.flush();
         if (single.MoreThanOneFile()) {
             return Fail(context, kExitFailure,
@@ -115,22 +110,21 @@ int WalkDecrypt(CliContext& context, const WalkRequest& request, const SecretByt
         return problem.empty() ? kExitSuccess : Fail(context, kExitFailure, problem);
     }
     WalkRestorer restorer(request.folder, observer, request.keepPartial);
-    const Walked walked = RunWalk(context, request, key, restorer, observer);
+    const WalkRun walked = RunWalk(context, request, key, restorer, observer);
     observer.ClearProgress();
     for (const DamagedFile& damaged : restorer.Damaged()) {
-        context.err << "kelvora-cli: " << damaged.name << ": chunk " << damaged.chunk
-                    << " is damaged, not restored"
-                    << (damaged.partialPath.empty()
-                            ? std::string()
-                            : "; its intact leading chunks are in " + damaged.partialPath)
-                    << '\n';
+        Fail(context, kExitFailure,
+             damaged.name + ": chunk " + std::to_string(damaged.chunk) +
+                 " is damaged, not restored" +
+                 (damaged.partialPath.empty()
+                      ? std::string()
+                      : "; its intact leading chunks are in " + damaged.partialPath));
     }
     // The restorer ends the walk naming the file when one exists already and no option
     // says what to do with it.
     if (const FileJobResult& result = walked.outcome.result;
         result.error == FileError::Cancelled && !result.name.empty()) {
-        return Fail(context, kExitFailure,
-                    result.name + " exists already (use --overwrite, --skip-existing or --rename)");
+        return Fail(context, kExitFailure, ExistsAlready(result.name, kExistingFileOptions));
     }
     if (!walked.outcome.result.ok()) {
         return WalkFailed(context, observer, walked.outcome.result, request);
@@ -141,11 +135,10 @@ int WalkDecrypt(CliContext& context, const WalkRequest& request, const SecretByt
     }
     bool failed = !restorer.Damaged().empty() || restorer.Refused();
     if (const std::string problem = IndexProblem(walked.outcome); !problem.empty()) {
-        context.err << "kelvora-cli: " << problem << '\n';
-        failed = true;
+        failed = Fail(context, kExitFailure, problem) != kExitSuccess;
     }
     if (restorer.Refused()) {
-        context.err << "kelvora-cli: " << FileErrorMessage(Failure(FileError::UnsafeName)) << '\n';
+        Fail(context, kExitFailure, LeftOutSummary(observer.RefusedCount()));
     }
     return failed ? kExitFailure : kExitSuccess;
 }
@@ -164,7 +157,7 @@ int WalkListOrTest(CliContext& context, const WalkRequest& request, const Secret
     WalkLister lister(nowhere, observer, false);
     WalkRequest strict = request;
     strict.keepGoing = false;
-    const Walked walked = RunWalk(context, strict, key, lister, observer);
+    const WalkRun walked = RunWalk(context, strict, key, lister, observer);
     if (!walked.outcome.result.ok()) {
         return WalkFailed(context, observer, walked.outcome.result, request);
     }

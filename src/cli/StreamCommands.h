@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/CliArgs.h"
-#include "cli/CliContext.h"
+#include "cli/CliOutput.h"
 #include "common/Bytes.h"
 #include "files/FileJobObserver.h"
 

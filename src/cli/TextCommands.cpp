@@ -15,18 +15,39 @@
 namespace kelvora::cli {
 namespace {
 
-constexpr OptionSpec kInputOption{"input", 'i', true};
-constexpr OptionSpec kLanguageOption{"lang", '\0', true};
-constexpr OptionSpec kNoBannerOption{"no-banner", '\0', false};
-constexpr OptionSpec kBlockOption{"block", '\0', true};
-constexpr OptionSpec kReplaceUnsupportedOption{"replace-unsupported", '\0', false};
+constexpr OptionSpec kPlainInputOption{"input", 'i', "FILE", "read the text from FILE"};
+constexpr OptionSpec kArmouredOutputOption{kOutputName, 'o', "FILE",
+                                           "write the encrypted text to FILE"};
+constexpr OptionSpec kReplaceOutputOption{
+    kForceName, '\0', {}, "replace FILE when it exists already"};
+constexpr OptionSpec kLanguageOption{
+    "lang", '\0', "CODE",
+    "language of the first line: de, en, es or fr (any case; a locale such as de_AT.UTF-8 is "
+    "taken by its language)"};
+constexpr OptionSpec kReplaceUnsupportedOption{
+    "replace-unsupported",
+    '\0',
+    {},
+    "encrypt \"?\" for characters outside Windows-1252 and NULs instead of refusing the text"};
+constexpr OptionSpec kBlockOption{"block", '\0', "N",
+                                  "decrypt the N-th encrypted text of the input"};
+constexpr OptionSpec kArmouredInputOption{"input", 'i', "FILE",
+                                          "read the encrypted text from FILE"};
+constexpr OptionSpec kPlainOutputOption{kOutputName, 'o', "FILE", "write the text to FILE"};
+constexpr OptionSpec kNoBannerOption{
+    "no-banner", '\0', {}, "leave out the first line when it is the Kelvora line"};
+constexpr OptionSpec kForceTextOption{
+    kForceName,
+    '\0',
+    {},
+    "replace FILE when it exists already, and write the result even when the passphrase looks "
+    "wrong"};
 
-constexpr std::array kEncryptOptions = {
-    kInputOption, kOutputOption,         kLanguageOption, kReplaceUnsupportedOption,
-    kForceOption, kPassphraseFileOption, kKeyFileOption};
-constexpr std::array kDecryptOptions = {kBlockOption,    kInputOption, kOutputOption,
-                                        kNoBannerOption, kForceOption, kPassphraseFileOption,
-                                        kKeyFileOption};
+constexpr std::array kEncryptOptions = {kPlainInputOption, kArmouredOutputOption,
+                                        kReplaceOutputOption, kLanguageOption,
+                                        kReplaceUnsupportedOption};
+constexpr std::array kDecryptOptions = {kBlockOption, kArmouredInputOption, kPlainOutputOption,
+                                        kNoBannerOption, kForceTextOption};
 
 // WithoutBannerLine drops the first line when it is a banner line, with any address.
 std::string_view WithoutBannerLine(std::string_view text) {
@@ -68,7 +89,7 @@ struct ChosenArmour {
     std::string error;
 };
 
-std::string Lines(const ArmourBlock& block) {
+std::string LineSpan(const ArmourBlock& block) {
     return block.firstLine == block.lastLine
                ? "line " + std::to_string(block.firstLine)
                : "lines " + std::to_string(block.firstLine) + "-" + std::to_string(block.lastLine);
@@ -99,7 +120,7 @@ ChosenArmour ChooseArmour(CliContext& context, const ParsedArgs& args, const std
     if (blocks.size() > 1 && !wanted) {
         std::string where;
         for (std::size_t i = 0; i < blocks.size(); ++i) {
-            where += (i == 0 ? "" : ", ") + std::to_string(i + 1) + ": " + Lines(blocks[i]);
+            where += (i == 0 ? "" : ", ") + std::to_string(i + 1) + ": " + LineSpan(blocks[i]);
         }
         return ChosenArmour{{},
                             kExitFailure,
@@ -108,15 +129,12 @@ ChosenArmour ChooseArmour(CliContext& context, const ParsedArgs& args, const std
     }
     const ArmourBlock& block = blocks[chosen - 1];
     if (context.verbose) {
-        Note(context, "decrypting the encrypted text of " + Lines(block));
+        Note(context, "decrypting the encrypted text of " + LineSpan(block));
     }
     return ChosenArmour{block.base64, kExitSuccess, {}};
 }
 
-int EncryptText(CliContext& context, const ParsedArgs& args) {
-    if (!args.operands.empty()) {
-        return Fail(context, kExitUsage, "unexpected argument '" + args.operands[0] + "'");
-    }
+int RunEncryptText(CliContext& context, const ParsedArgs& args) {
     const std::optional<std::string> language = args.Value(kLanguageOption.longName);
     const std::optional<int> offset =
         language ? LanguageOffsetFromName(*language) : LanguageOffsetFromLocale(context.getenv);
@@ -129,7 +147,7 @@ int EncryptText(CliContext& context, const ParsedArgs& args) {
     }
     std::string input;
     std::string error;
-    if (!ReadAll(context, args.Value(kInputOption.longName), input, error)) {
+    if (!ReadAll(context, args.Value(kPlainInputOption.longName), input, error)) {
         return Fail(context, kExitFailure, error);
     }
     if (input.empty()) {
@@ -145,24 +163,21 @@ int EncryptText(CliContext& context, const ParsedArgs& args) {
     CRijndael cipher;
     SystemRandom random;
     const TextResult result = kelvora::EncryptText(cipher, secret.key.bytes(), plain.str(), random);
-    if (!WriteAll(context, args.Value(kOutputOption.longName), FromCrLf(result.text) + "\n",
-                  args.Has(kForceOption.longName), error)) {
+    if (!WriteAll(context, args.Value(kOutputName), FromCrLf(result.text) + "\n",
+                  args.Has(kForceName), error)) {
         return Fail(context, kExitFailure, error);
     }
     return kExitSuccess;
 }
 
-int DecryptText(CliContext& context, const ParsedArgs& args) {
-    if (!args.operands.empty()) {
-        return Fail(context, kExitUsage, "unexpected argument '" + args.operands[0] + "'");
-    }
+int RunDecryptText(CliContext& context, const ParsedArgs& args) {
     ObtainedSecret secret = ObtainKey(context, args, KeyPurpose::Decrypt);
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
     }
     std::string armoured;
     std::string error;
-    if (!ReadAll(context, args.Value(kInputOption.longName), armoured, error)) {
+    if (!ReadAll(context, args.Value(kPlainInputOption.longName), armoured, error)) {
         return Fail(context, kExitFailure, error);
     }
     if (armoured.find_first_not_of(" \t\r\n") == std::string::npos) {
@@ -181,68 +196,53 @@ int DecryptText(CliContext& context, const ParsedArgs& args) {
     }
     SecretString shown(std::string(UpToFirstNul(result.text)));
     Wipe(result.text);
-    if (!StartsWithBanner(shown.str()) && !args.Has(kForceOption.longName)) {
+    if (!StartsWithBanner(shown.str()) && !args.Has(kForceName)) {
         return Fail(context, kExitFailure, "wrong passphrase, or not a Kelvora text");
     }
     const std::string_view text =
         args.Has(kNoBannerOption.longName) ? WithoutBannerLine(shown.str()) : shown.str();
     SecretString output(Utf8FromAnsi(FromCrLf(text)));
-    if (!WriteAll(context, args.Value(kOutputOption.longName), output.str(),
-                  args.Has(kForceOption.longName), error)) {
+    if (!WriteAll(context, args.Value(kOutputName), output.str(), args.Has(kForceName), error)) {
         return Fail(context, kExitFailure, error);
     }
     return kExitSuccess;
 }
 
+constexpr std::array<std::string_view, 1> kEncryptUsages = {
+    "[--lang de|en|es|fr] [--replace-unsupported] [-i FILE] [-o FILE [--force]]"};
+constexpr std::array<std::string_view, 1> kDecryptUsages = {
+    "[--block N] [--no-banner] [--force] [-i FILE] [-o FILE]"};
+
 } // namespace
 
-const Command EncryptTextCommand{
-    "encrypt-text", "encrypt a text into printable lines",
-    "Usage: kelvora-cli encrypt-text [--lang de|en|es|fr] [--replace-unsupported] [-i FILE]\n"
-    "                                [-o FILE [--force]] [-p FILE | --key-file FILE...]\n"
-    "Encrypts a UTF-8 text (standard input by default) into Base64 lines of 76 characters\n"
-    "(standard output by default). The decrypted text begins with a line saying it was\n"
-    "encrypted with Kelvora, in the language --lang picks; without --lang, the language of\n"
-    "LC_ALL, LC_MESSAGES or LANG (the first one set), English when it is none of the four.\n\n"
-    "  -i, --input FILE            read the text from FILE\n"
-    "  -o, --output FILE           write the encrypted text to FILE\n"
-    "      --force                 replace FILE when it exists already\n"
-    "      --lang CODE             language of the first line: de, en, es or fr (any case;\n"
-    "                              a locale such as de_AT.UTF-8 is taken by its language)\n"
-    "      --replace-unsupported   encrypt \"?\" for characters outside Windows-1252 and NULs\n"
-    "                              instead of refusing the text\n"
-    "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
-    "      --key-file FILE         a shared-security key, given once per key, key 1 first\n"
-    "                              (2 to 10 files; each file's first line is the key)\n\n"
-    "The passphrase comes from the first of: -p FILE (its first line; '-' reads the first\n"
-    "line of standard input), the environment variable KELVORA_PASSPHRASE, the terminal\n"
-    "(asked twice). With --key-file the text opens only in shared-security mode, with all\n"
-    "keys in the same order. A passphrase or key holding a character outside Windows-1252\n"
-    "is refused; only the first 32 characters of a passphrase count (a warning says so).\n",
-    kEncryptOptions, EncryptText};
+const Command kEncryptTextCommand{
+    "encrypt-text",
+    "encrypt a text into printable lines",
+    kEncryptUsages,
+    "Encrypts a UTF-8 text (standard input by default) into Base64 lines of 76 characters "
+    "(standard output by default). The decrypted text begins with a line saying it was "
+    "encrypted with Kelvora, in the language --lang picks; without --lang, the language of "
+    "LC_ALL, LC_MESSAGES or LANG (the first one set), English when it is none of the four.",
+    kEncryptOptions,
+    {},
+    PassphraseUse::Encrypt,
+    RunEncryptText};
 
-const Command DecryptTextCommand{
-    "decrypt-text", "decrypt a text made by encrypt-text or the window",
-    "Usage: kelvora-cli decrypt-text [--block N] [--no-banner] [--force] [-i FILE] [-o FILE]\n"
-    "                                [-p FILE | --key-file FILE...]\n"
-    "Decrypts an encrypted text and writes the text as the program's window shows it: the\n"
-    "Kelvora line first, then the text. The encrypted text may stand inside a whole mail:\n"
-    "it is found among the prose, its quote marks ('> ', '>> ') and the mail's line\n"
-    "wrapping are removed. When the input holds several encrypted texts, the command names\n"
-    "their lines and decrypts the one --block picks. Input in which nothing looks like an\n"
-    "encrypted text is decoded whole (line breaks and blanks anywhere are fine).\n\n"
-    "      --block N               decrypt the N-th encrypted text of the input\n"
-    "  -i, --input FILE            read the encrypted text from FILE\n"
-    "  -o, --output FILE           write the text to FILE\n"
-    "      --no-banner             leave out the first line when it is the Kelvora line\n"
-    "      --force                 replace FILE when it exists already, and write the result\n"
-    "                              even when the passphrase looks wrong\n"
-    "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n"
-    "      --key-file FILE         a shared-security key, given once per key, key 1 first\n"
-    "                              (1 to 10 files; each file's first line is the key)\n\n"
-    "The key comes from -p FILE or --key-file FILE... (not both), else the environment\n"
-    "variable KELVORA_PASSPHRASE, else the terminal. Exit status 1 and no output when the\n"
-    "text does not decrypt to a Kelvora text (wrong passphrase), unless --force.\n",
-    kDecryptOptions, DecryptText};
+const Command kDecryptTextCommand{
+    "decrypt-text",
+    "decrypt a text made by encrypt-text or the window",
+    kDecryptUsages,
+    "Decrypts an encrypted text and writes the text as the program's window shows it: the "
+    "Kelvora line first, then the text. The encrypted text may stand inside a whole mail: it is "
+    "found among the prose, also when it begins on a line of prose, and its quote marks ('> ', "
+    "'>> ') and the mail's line wrapping are removed. When the input holds several encrypted "
+    "texts, the command names their lines and decrypts the one --block picks. Input in which "
+    "nothing looks like an encrypted text is decoded whole (line breaks and blanks anywhere are "
+    "fine). Exit status 1 and no output when the text does not decrypt to a Kelvora text "
+    "(wrong passphrase), unless --force.",
+    kDecryptOptions,
+    {},
+    PassphraseUse::Decrypt,
+    RunDecryptText};
 
 } // namespace kelvora::cli

@@ -4,7 +4,7 @@
 
 namespace kelvora::cli {
 
-extern const Command EncryptTextCommand;
-extern const Command DecryptTextCommand;
+extern const Command kEncryptTextCommand;
+extern const Command kDecryptTextCommand;
 
 } // namespace kelvora::cli

@@ -13,27 +13,14 @@
 namespace kelvora::cli {
 namespace {
 
-constexpr std::array<OptionSpec, 0> kNoOptions{};
-constexpr std::array kRateOptions = {kPassphraseFileOption};
-
-int RejectOperands(CliContext& context, const ParsedArgs& args) {
-    return Fail(context, kExitUsage, "unexpected argument '" + args.operands[0] + "'");
-}
-
-int Genpass(CliContext& context, const ParsedArgs& args) {
-    if (!args.operands.empty()) {
-        return RejectOperands(context, args);
-    }
+int RunGenpass(CliContext& context, const ParsedArgs&) {
     SystemRandom random;
     SecretString passphrase(GenerateRandomPassphrase(random));
     context.out << passphrase.str() << '\n';
     return kExitSuccess;
 }
 
-int Rate(CliContext& context, const ParsedArgs& args) {
-    if (!args.operands.empty()) {
-        return RejectOperands(context, args);
-    }
+int RunRate(CliContext& context, const ParsedArgs& args) {
     const ObtainedSecret secret = ObtainPassphrase(context, args, KeyPurpose::Rate);
     if (!secret.ok()) {
         return Fail(context, secret.status, secret.error);
@@ -46,23 +33,30 @@ int Rate(CliContext& context, const ParsedArgs& args) {
     return kExitSuccess;
 }
 
+constexpr std::array<std::string_view, 1> kNoOperands = {""};
+
 } // namespace
 
-const Command GenpassCommand{
-    "genpass", "print a random passphrase",
-    "Usage: kelvora-cli genpass\n"
-    "Prints one random passphrase of 32 characters, each drawn from the 94 characters from\n"
-    "the blank to '}', from the system's secure random source (about 210 bits).\n",
-    kNoOptions, Genpass};
+const Command kGenpassCommand{
+    "genpass",
+    "print a random passphrase",
+    kNoOperands,
+    "Prints one random passphrase of 32 characters, each drawn from the 94 characters from the "
+    "blank to '}', from the system's secure random source (about 210 bits).",
+    {},
+    {},
+    PassphraseUse::None,
+    RunGenpass};
 
-const Command RateCommand{
-    "rate", "rate the strength of a passphrase",
-    "Usage: kelvora-cli rate [-p FILE]\n"
-    "Rates a passphrase as the program's window does: a score from 0 to 100, up to five\n"
-    "stars, and a sentence.\n\n"
-    "  -p, --passphrase-file FILE  read the passphrase from FILE's first line\n\n"
-    "The passphrase comes from the first of: -p FILE ('-' reads standard input), the\n"
-    "environment variable KELVORA_PASSPHRASE, the terminal.\n",
-    kRateOptions, Rate};
+const Command kRateCommand{
+    "rate",
+    "rate the strength of a passphrase",
+    kNoOperands,
+    "Rates a passphrase as the program's window does: a score from 0 to 100, up to five stars, "
+    "and a sentence.",
+    {},
+    {},
+    PassphraseUse::Rate,
+    RunRate};
 
 } // namespace kelvora::cli

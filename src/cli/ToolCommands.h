@@ -4,7 +4,7 @@
 
 namespace kelvora::cli {
 
-extern const Command GenpassCommand;
-extern const Command RateCommand;
+extern const Command kGenpassCommand;
+extern const Command kRateCommand;
 
 } // namespace kelvora::cli

@@ -11,6 +11,7 @@ int main(int argc, char** argv) {
     std::ios::sync_with_stdio(false);
     std::vector<std::string> args(argv + 1, argv + argc);
     const auto prompt = kelvora::cli::OpenTerminalPrompt();
+    const kelvora::cli::StopSignals stopSignals;
     kelvora::cli::CliContext context{
         std::cin,
         std::cout,
@@ -22,10 +23,10 @@ int main(int argc, char** argv) {
         prompt.get(),
         isatty(STDERR_FILENO) == 1,
     };
-    const kelvora::cli::StopSignals stopSignals;
+    context.stopSignal = &stopSignals.Caught();
     const int status = kelvora::cli::RunCli(context, args);
     std::cout.flush();
-    if (const int signal = kelvora::cli::CaughtSignal(); signal != 0) {
+    if (const int signal = stopSignals.Caught(); signal != 0) {
         return kelvora::cli::kSignalExitBase + signal;
     }
     return status;

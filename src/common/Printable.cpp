@@ -1,5 +1,7 @@
 #include "common/Printable.h"
 
+#include "common/Hex.h"
+
 #include <algorithm>
 #include <array>
 
@@ -12,11 +14,9 @@ constexpr unsigned char kUtf8C1Lead = 0xC2;
 constexpr unsigned char kC1First = 0x80;
 constexpr unsigned char kC1Last = 0x9F;
 
-void AppendHex(std::string& out, const char* prefix, unsigned char byte) {
-    static constexpr char kHex[] = "0123456789abcdef";
+void AppendEscape(std::string& out, const char* prefix, unsigned char byte) {
     out += prefix;
-    out.push_back(kHex[byte >> 4]);
-    out.push_back(kHex[byte & 15]);
+    AppendHex(out, std::span(&byte, 1));
 }
 
 bool IsC0OrDelete(unsigned char byte) {
@@ -33,9 +33,9 @@ std::string Printable(std::string_view utf8) {
         const unsigned char next =
             i + 1 < utf8.size() ? static_cast<unsigned char>(utf8[i + 1]) : 0;
         if (IsC0OrDelete(byte)) {
-            AppendHex(out, "\\x", byte);
+            AppendEscape(out, "\\x", byte);
         } else if (byte == kUtf8C1Lead && next >= kC1First && next <= kC1Last) {
-            AppendHex(out, "\\u00", next);
+            AppendEscape(out, "\\u00", next);
             ++i;
         } else {
             out.push_back(utf8[i]);

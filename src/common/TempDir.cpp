@@ -1,9 +1,5 @@
 #include "common/TempDir.h"
 
-#include <cstdlib>
-#include <filesystem>
-#include <system_error>
-
 namespace kelvora {
 
 std::string TempDirFrom(const char* temp, const char* tmp) {
@@ -16,16 +12,6 @@ std::string TempDirFrom(const char* temp, const char* tmp) {
     if (dir.back() != '/') {
         dir.push_back('/');
     }
-    return dir;
-}
-
-const std::string& TempDir() {
-    static const std::string dir = [] {
-        std::string found = TempDirFrom(std::getenv("TEMP"), std::getenv("TMP"));
-        std::error_code ignored;
-        std::filesystem::create_directories(found, ignored);
-        return found;
-    }();
     return dir;
 }
 

@@ -267,5 +267,3 @@ void LightTab::focusOutEvent(QFocusEvent* event) {
 }
 
 } // namespace kelvora
-
-#include "moc_LightTab.cpp"

@@ -241,5 +241,3 @@ void ProgressBar::changeEvent(QEvent* event) {
 }
 
 } // namespace kelvora
-
-#include "moc_ProgressBar.cpp"

@@ -18,8 +18,8 @@ class ProgressBar : public QFrame {
     Q_OBJECT
 
 public:
-    enum Orientation { Horizontal = 0, Vertical = 1 };
-    enum BorderStyle { BorderNone = 0, BorderThinBar = 1, BorderSunkenControl = 2 };
+    enum BarOrientation { Horizontal = 0, Vertical = 1 };
+    enum BarBorder { BorderNone = 0, BorderThinBar = 1, BorderSunkenControl = 2 };
 
     static constexpr int kDefaultOrientation = Horizontal;
     static constexpr qint64 kDefaultMin = 0;

@@ -16,7 +16,6 @@ public:
     // WriteProperty stores value under name, or removes name when value equals defaultValue.
     void WriteProperty(const QString& name, const QVariant& value, const QVariant& defaultValue);
 
-    bool Contains(const QString& name) const { return m_values.contains(name); }
     const QVariantMap& Values() const { return m_values; }
 
 private:

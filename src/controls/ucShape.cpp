@@ -134,5 +134,3 @@ void ucShape::resizeEvent(QResizeEvent* event) {
 }
 
 } // namespace kelvora
-
-#include "moc_ucShape.cpp"

@@ -10,16 +10,6 @@ namespace {
 
 constexpr char kKeyFiller = 'A';
 
-int HexValue(char digit) {
-    return digit <= '9' ? digit - '0' : digit - 'a' + 10;
-}
-
-void AppendDigestBytes(const std::string& hex, Bytes& key) {
-    for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
-        key.push_back(static_cast<std::uint8_t>(HexValue(hex[i]) * 16 + HexValue(hex[i + 1])));
-    }
-}
-
 } // namespace
 
 SecretBytes MakePassphraseKey(std::string_view ansiPassphrase) {
@@ -45,8 +35,9 @@ SharedKey BuildKey(std::span<const std::string> ansiKeys) {
     key.reserve(kKeyBytes);
     for (std::string& part : joined) {
         // A digest fails only for over 256 MiB of key text, which no front end accepts.
-        SecretString digest(MD5String(part).value_or(std::string(32, '0')));
-        AppendDigestBytes(digest.str(), key);
+        Md5Digest digest = MD5Digest(part).value_or(Md5Digest{});
+        key.insert(key.end(), digest.begin(), digest.end());
+        WipeMemory(digest.data(), digest.size());
         Wipe(part);
     }
     return SharedKey{SecretBytes(std::move(key)), 0};

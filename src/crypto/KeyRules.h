@@ -23,7 +23,7 @@ struct SharedKey {
 
 // BuildKey is the shared key rule for keys 1..n (keys[0] is key 1): keys 1, 3, 5 ... are
 // joined into A and keys 2, 4, 6 ... into B, without separators, and the key is the raw
-// MD5String digest of A followed by that of B. An empty key among them gives its number.
+// MD5 digest (MD5Digest) of A followed by that of B. An empty key among them gives its number.
 [[nodiscard]] SharedKey BuildKey(std::span<const std::string> ansiKeys);
 
 } // namespace kelvora

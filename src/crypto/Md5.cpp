@@ -1,5 +1,7 @@
 #include "crypto/Md5.h"
 
+#include "common/Hex.h"
+
 #include <array>
 #include <cstddef>
 #include <limits>
@@ -42,7 +44,7 @@ public:
     // bytes and the message is longer than 120 bytes, the padding length comes out
     // negative; no byte is added, but the count drops, so the length field overwrites the
     // tail of that block.
-    std::string Finish() {
+    Md5Digest Finish() {
         const std::int32_t n = m_count;
         const std::int32_t used = n % 64;
         const std::int32_t padding = used <= 56 ? 56 - used : 120 - n;
@@ -63,7 +65,7 @@ public:
                                                     0,
                                                     0};
         Update(length.data(), length.size());
-        return Hex();
+        return Digest();
     }
 
 private:
@@ -110,15 +112,13 @@ private:
         m_state[3] += d;
     }
 
-    std::string Hex() const {
-        static constexpr char kDigits[] = "0123456789abcdef";
-        std::string out;
-        out.reserve(32);
+    // Digest is the state's words, each least significant byte first.
+    Md5Digest Digest() const {
+        Md5Digest out{};
+        std::size_t at = 0;
         for (const std::uint32_t word : m_state) {
             for (unsigned shift = 0; shift < 32; shift += 8) {
-                const auto byte = (word >> shift) & 0xFFu;
-                out.push_back(kDigits[byte >> 4]);
-                out.push_back(kDigits[byte & 15u]);
+                out[at++] = static_cast<std::uint8_t>(word >> shift);
             }
         }
         return out;
@@ -131,13 +131,21 @@ private:
 
 } // namespace
 
-std::optional<std::string> MD5String(std::string_view bytes) {
+std::optional<Md5Digest> MD5Digest(std::string_view bytes) {
     if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max() / 8)) {
         return std::nullopt;
     }
     Md5State state;
     state.Update(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
     return state.Finish();
+}
+
+std::optional<std::string> MD5String(std::string_view bytes) {
+    const std::optional<Md5Digest> digest = MD5Digest(bytes);
+    if (!digest) {
+        return std::nullopt;
+    }
+    return HexFromBytes(*digest);
 }
 
 } // namespace kelvora

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -13,5 +15,11 @@ namespace kelvora {
 // to 56 bytes). Returns 32 lower-case hex digits, or nullopt when the length in bits does
 // not fit a signed 32-bit integer.
 [[nodiscard]] std::optional<std::string> MD5String(std::string_view bytes);
+
+inline constexpr std::size_t kMd5DigestBytes = 16;
+using Md5Digest = std::array<std::uint8_t, kMd5DigestBytes>;
+
+// MD5Digest is MD5String's digest as its 16 bytes, the ones its hex digits spell.
+[[nodiscard]] std::optional<Md5Digest> MD5Digest(std::string_view bytes);
 
 } // namespace kelvora

@@ -1,5 +1,6 @@
 #include "files/FileIo.h"
 
+#include "common/Hex.h"
 #include "common/Random.h"
 
 #include <array>
@@ -19,13 +20,7 @@ constexpr int kTempNameAttempts = 16;
 std::string RandomSuffix() {
     std::array<std::uint8_t, 6> bytes{};
     SystemRandom().Fill(bytes.data(), bytes.size());
-    static constexpr char kHex[] = "0123456789abcdef";
-    std::string suffix;
-    for (const std::uint8_t b : bytes) {
-        suffix.push_back(kHex[b >> 4]);
-        suffix.push_back(kHex[b & 15]);
-    }
-    return suffix;
+    return HexFromBytes(bytes);
 }
 
 // HiddenTempName is the fallback temporary name beside the final file (".name.XXXX.part").
@@ -128,10 +123,19 @@ int UniqueFd::Release() {
     return fd;
 }
 
-int UniqueFd::Reset(int fd) {
-    const int closed = m_fd >= 0 ? ::close(m_fd) : 0;
+void UniqueFd::Reset(int fd) {
+    if (m_fd >= 0) {
+        ::close(m_fd);
+    }
     m_fd = fd;
-    return closed;
+}
+
+Result<void, Errno> UniqueFd::Close() {
+    const int fd = Release();
+    if (fd >= 0 && ::close(fd) != 0) {
+        return Fail(errno);
+    }
+    return {};
 }
 
 TempOutputFile::~TempOutputFile() {
@@ -204,7 +208,7 @@ Result<void, Errno> TempOutputFile::Commit(bool replace) {
     if (m_tempName.empty()) {
         if (!replace) {
             // A link never replaces: a file that appeared meanwhile makes it fail with EEXIST.
-            if (!LinkUnnamed(m_leaf) || m_file.Reset() != 0) {
+            if (!LinkUnnamed(m_leaf) || !m_file.Close()) {
                 return Fail(errno);
             }
             return {};
@@ -216,7 +220,7 @@ Result<void, Errno> TempOutputFile::Commit(bool replace) {
         }
         m_tempName = name;
     }
-    if (m_file.Reset() != 0 || !MoveInPlace(replace)) {
+    if (!m_file.Close() || !MoveInPlace(replace)) {
         return Fail(errno);
     }
     m_tempName.clear();

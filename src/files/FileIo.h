@@ -64,8 +64,11 @@ public:
     int Get() const { return m_fd; }
     bool Valid() const { return m_fd >= 0; }
     int Release();
-    // Reset closes the descriptor; it gives close's result (0 when there was none).
-    int Reset(int fd = -1);
+    // Reset closes the descriptor it holds and takes fd instead.
+    void Reset(int fd = -1);
+    // Close closes the descriptor and says whether close worked (a write-back can fail
+    // there); closing nothing works.
+    [[nodiscard]] Result<void, Errno> Close();
 
 private:
     int m_fd = -1;

@@ -12,6 +12,9 @@ namespace kelvora {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+// CollapseSeparators replaces every run of "/" by a single one.
 std::string CollapseSeparators(std::string_view path) {
     std::string out;
     out.reserve(path.size());
@@ -23,6 +26,8 @@ std::string CollapseSeparators(std::string_view path) {
     }
     return out;
 }
+
+} // namespace
 
 std::string DefaultOutputName(std::string_view path) {
     const std::size_t dot = path.rfind('.');
@@ -133,14 +138,6 @@ void InputList::WalkEntry(const std::string& child, const std::string& base,
     } else {
         PassOver(child, FileError::NotRegularFile, 0);
     }
-}
-
-void InputList::Remove(std::size_t index) {
-    if (index >= m_entries.size()) {
-        return;
-    }
-    m_listed.erase(m_entries[index].path);
-    m_entries.erase(m_entries.begin() + static_cast<std::ptrdiff_t>(index));
 }
 
 void InputList::RemoveEntries(const std::vector<std::size_t>& indexes) {

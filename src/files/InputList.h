@@ -20,9 +20,6 @@ struct InputEntry {
     std::string relativePath;
 };
 
-// CollapseSeparators replaces every run of "/" by a single one.
-[[nodiscard]] std::string CollapseSeparators(std::string_view path);
-
 // DefaultOutputName gives the path up to and including its extension's dot followed by
 // "vexo" ("a/b.txt" -> "a/b.vexo"), or "" when the file name has no extension.
 [[nodiscard]] std::string DefaultOutputName(std::string_view path);
@@ -36,24 +33,16 @@ struct InputEntry {
 class InputList {
 public:
     // AddListPath walks path as a directory structure when it names a folder, else adds it
-    // as a lone file. It returns true when an addition was refused as a duplicate (the
-    // duplicate flag is then cleared; the caller tells the user once).
+    // as a lone file. A path already listed (after collapsing doubled separators) is not
+    // added again. It returns true when an addition was refused as a duplicate (the caller
+    // tells the user once).
+    //
+    // A folder is walked depth first, entries of a folder in name order. What cannot be
+    // stored is passed over and named in PassedOver: symbolic links to folders, dangling
+    // links, special files, unreadable and empty folders. The walk stops when RequestCancel
+    // was called and lets the observer's events run after every entry.
     bool AddListPath(std::string_view path, JobObserver* observer = nullptr);
 
-    // AddListFile adds one file under the given base folder ("/" for a lone file). A path
-    // already listed (after collapsing doubled separators) sets the duplicate flag instead.
-    void AddListFile(std::string_view path, std::string_view base);
-
-    // WalkFolder adds every file below folder, depth first, entries of a folder in name
-    // order. An empty base is derived from folder (its parent). What cannot be stored is
-    // passed over and named in PassedOver: symbolic links to folders, dangling links, special
-    // files, unreadable and empty folders. Stops when RequestCancel was called; lets the
-    // observer's events run after every entry.
-    void WalkFolder(std::string_view folder, std::string_view base,
-                    JobObserver* observer = nullptr);
-
-    // Remove takes the entry at index (and its relative path) out of the list.
-    void Remove(std::size_t index);
     // RemoveEntries takes the entries at the given indexes out of the list in one pass, so a
     // large selection goes as fast as a single entry. Indexes outside the list are ignored.
     void RemoveEntries(const std::vector<std::size_t>& indexes);
@@ -64,7 +53,6 @@ public:
     // encrypts the list reports them with the files it leaves out).
     const std::vector<OmittedEntry>& PassedOver() const { return m_passedOver; }
     bool Empty() const { return m_entries.empty(); }
-    bool DuplicateFlag() const { return m_duplicate; }
 
     // The output name box: filled from the first added file with an extension while empty.
     const std::string& OutputName() const { return m_outputName; }
@@ -74,6 +62,12 @@ public:
     void RequestCancel() { m_cancel = true; }
 
 private:
+    // AddListFile adds one file under the given base folder ("/" for a lone file), or sets
+    // the duplicate flag for a path already listed.
+    void AddListFile(std::string_view path, std::string_view base);
+    // WalkFolder adds every file below folder; an empty base is derived from folder (its
+    // parent).
+    void WalkFolder(std::string_view folder, std::string_view base, JobObserver* observer);
     void WalkLevel(const std::string& folder, const std::string& base, JobObserver* observer);
     void WalkEntry(const std::string& child, const std::string& base, JobObserver* observer);
     void PassOver(const std::string& path, FileError why, int error);

@@ -6,6 +6,7 @@
 #include "common/LineBreaks.h"
 #include "i18n/Catalogue.h"
 #include "i18n/LocaliseForm.h"
+#include "i18n/TextIds.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -19,14 +20,6 @@
 
 namespace kelvora {
 namespace {
-
-constexpr int kTitleId = 394;
-constexpr int kSentId = 401;
-constexpr int kSendErrorId = 402;
-constexpr int kConnectionNeededId = 403;
-constexpr int kInvalidAddressId = 404;
-constexpr int kTooLongId = 555;
-constexpr int kNotSendableId = 558;
 
 std::string AnsiOf(const QString& text) {
     return ToCrLf(AnsiFromUtf8(text.toStdString()));
@@ -51,7 +44,7 @@ frmEmail::frmEmail(MessageService& messages, int languageOffset, QWidget* parent
 
 void frmEmail::BuildWindow() {
     setObjectName(QStringLiteral("frmEmail"));
-    setProperty("Tag", QStringLiteral("#%1").arg(kTitleId));
+    setProperty("Tag", QStringLiteral("#%1").arg(kMailTitle));
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(theme::StyleSheet() + QStringLiteral("#frmEmail { background: %1; }"
@@ -74,27 +67,28 @@ void frmEmail::BuildWindow() {
         grid->addWidget(label, row, column, 1, span, Qt::AlignBottom);
         grid->addWidget(edit, row + 1, column, 1, span);
     };
-    addField(0, 0, 1, QStringLiteral("lblsenderName"), 395, m_txtSender,
+    addField(0, 0, 1, QStringLiteral("lblsenderName"), kSenderNameCaption, m_txtSender,
              QStringLiteral("TxtSender"));
-    addField(0, 1, 1, QStringLiteral("Label1"), 396, m_txtAdrSender,
+    addField(0, 1, 1, QStringLiteral("Label1"), kSenderAddressCaption, m_txtAdrSender,
              QStringLiteral("TxtAdrSender"));
     grid->setRowMinimumHeight(2, 6);
-    addField(3, 0, 2, QStringLiteral("Label3"), 397, m_txtReceipAdr,
+    addField(3, 0, 2, QStringLiteral("Label3"), kRecipientAddressCaption, m_txtReceipAdr,
              QStringLiteral("txtReceipAdr"));
     grid->setColumnStretch(0, 1);
     grid->setColumnStretch(1, 1);
     layout->addLayout(grid);
 
-    QLabel* lblMsg = parts::Caption(QStringLiteral("LblMsg"), 398, this, QStringLiteral("prompt"));
+    QLabel* lblMsg = parts::Caption(QStringLiteral("LblMsg"), kMailMessageCaption, this,
+                                    QStringLiteral("prompt"));
     m_textMsg = TextBox(QStringLiteral("TextMsg"), this);
     m_textMsg->setFixedHeight(90);
     lblMsg->setBuddy(m_textMsg);
     layout->addWidget(lblMsg);
     layout->addWidget(m_textMsg);
-    layout->addWidget(
-        parts::Caption(QStringLiteral("lblWarn"), 399, this, QStringLiteral("warning")));
+    layout->addWidget(parts::Caption(QStringLiteral("lblWarn"), kNoPassphraseInMailWarning, this,
+                                     QStringLiteral("warning")));
 
-    QLabel* lblCrypt = parts::Caption(QStringLiteral("LblCrypt"), 557, this);
+    QLabel* lblCrypt = parts::Caption(QStringLiteral("LblCrypt"), kEncryptedTextCaption, this);
     m_txtCrypt = TextBox(QStringLiteral("TxtCrypt"), this);
     m_txtCrypt->setReadOnly(true);
     QFont mono(QStringLiteral("DejaVu Sans Mono"));
@@ -106,9 +100,10 @@ void frmEmail::BuildWindow() {
     layout->addWidget(m_txtCrypt, 1);
 
     auto* buttons = new QHBoxLayout;
-    m_lblSending = parts::Caption(QStringLiteral("LblSending"), 556, this, QStringLiteral("hint"));
-    m_cmdSend = parts::Button(QStringLiteral("cmdSend"), 400, this, true);
-    m_cmdCancel = parts::Button(QStringLiteral("cmdCancel"), 150, this);
+    m_lblSending =
+        parts::Caption(QStringLiteral("LblSending"), kSendingText, this, QStringLiteral("hint"));
+    m_cmdSend = parts::Button(QStringLiteral("cmdSend"), kSendButtonText, this, true);
+    m_cmdCancel = parts::Button(QStringLiteral("cmdCancel"), kCancelButtonId, this);
     buttons->addWidget(m_lblSending);
     buttons->addStretch();
     buttons->addWidget(m_cmdSend);
@@ -116,8 +111,8 @@ void frmEmail::BuildWindow() {
     layout->addLayout(buttons);
     m_cmdSend->setDefault(true);
 
-    connect(m_cmdSend, &QPushButton::clicked, this, &frmEmail::OnCmdSendClick);
-    connect(m_cmdCancel, &QPushButton::clicked, this, &frmEmail::OnCmdCancelClick);
+    connect(m_cmdSend, &QPushButton::clicked, this, &frmEmail::OnSendClick);
+    connect(m_cmdCancel, &QPushButton::clicked, this, &frmEmail::OnCancelClick);
     resize(580, 660);
 }
 
@@ -130,14 +125,15 @@ std::optional<MailFields> frmEmail::FieldsToSend() {
     const QString typed[] = {m_txtSender->text(), m_txtAdrSender->text(), m_txtReceipAdr->text(),
                              m_textMsg->toPlainText()};
     if (!IsMailAddress(AnsiOf(typed[1])) || !IsMailAddress(AnsiOf(typed[2]))) {
-        ShowMessage(kInvalidAddressId, Text(kInvalidAddressId));
+        ShowMessage(kInvalidAddressText, Text(kInvalidAddressText));
         return std::nullopt;
     }
     for (const QString& field : typed) {
         const AnsiCheck check = CheckAnsi(field.toStdString(), NulRule::Refused);
         if (!check.ok()) {
-            ShowMessage(kNotSendableId, Text(kNotSendableId, QString::fromStdString(
-                                                                 DescribeCharacter(*check.first))));
+            ShowMessage(
+                kNotSendableText,
+                Text(kNotSendableText, QString::fromStdString(DescribeCharacter(*check.first))));
             return std::nullopt;
         }
     }
@@ -146,7 +142,7 @@ std::optional<MailFields> frmEmail::FieldsToSend() {
     return fields;
 }
 
-void frmEmail::OnCmdSendClick() {
+void frmEmail::OnSendClick() {
     if (IsSending()) {
         return;
     }
@@ -156,13 +152,13 @@ void frmEmail::OnCmdSendClick() {
     }
     const std::optional<std::string> body = MailBody(*fields);
     if (!body) {
-        ShowMessage(kTooLongId, Text(kTooLongId));
+        ShowMessage(kMailTooLongText, Text(kMailTooLongText));
         return;
     }
     const std::optional<MailServer> server = ConfiguredMailServer();
     if (!server) {
-        ShowMessage(kSendErrorId,
-                    Text(kSendErrorId) + QStringLiteral(". ") + Text(kConnectionNeededId));
+        ShowMessage(kSendErrorText,
+                    Text(kSendErrorText) + QStringLiteral(". ") + Text(kConnectionNeededText));
         return;
     }
     const QNetworkRequest request = MailRequest(*server, m_timeout);
@@ -181,26 +177,26 @@ void frmEmail::OnReplyFinished() {
     const MailVerdict verdict = JudgeMailAnswer(answer.toStdString());
     switch (verdict.outcome) {
     case MailOutcome::Sent:
-        ShowMessage(kSentId, Text(kSentId));
+        ShowMessage(kMailSentText, Text(kMailSentText));
         close();
         return;
     case MailOutcome::ServerError:
-        ShowMessage(kSendErrorId,
-                    Text(kSendErrorId) + QStringLiteral(": ") +
+        ShowMessage(kSendErrorText,
+                    Text(kSendErrorText) + QStringLiteral(": ") +
                         QString::fromStdString(FromCrLf(Utf8FromAnsi(verdict.serverText))));
         return;
     case MailOutcome::NoConnection:
         break;
     }
-    ShowMessage(kSendErrorId,
-                Text(kSendErrorId) + QStringLiteral(". ") + Text(kConnectionNeededId));
+    ShowMessage(kSendErrorText,
+                Text(kSendErrorText) + QStringLiteral(". ") + Text(kConnectionNeededText));
 }
 
 frmEmail::~frmEmail() {
     StopPost();
 }
 
-void frmEmail::OnCmdCancelClick() {
+void frmEmail::OnCancelClick() {
     StopPost();
     close();
 }

@@ -36,8 +36,8 @@ public:
 
 private:
     void BuildWindow();
-    void OnCmdSendClick();
-    void OnCmdCancelClick();
+    void OnSendClick();
+    void OnCancelClick();
     void OnReplyFinished();
     void StopPost();
     void SetSending(bool sending);

@@ -48,6 +48,13 @@ bool ReadArmourLine(std::string_view line, ArmourLine& armour) {
     return true;
 }
 
+// LastWord is what follows the last blank of a line: an encrypted text may begin on a line
+// of prose ("here it is: HlsrjuX5+Mdf...").
+std::string_view LastWord(std::string_view line) {
+    const std::size_t blank = line.find_last_of(" \t");
+    return blank == std::string_view::npos ? std::string_view() : line.substr(blank + 1);
+}
+
 std::size_t DecodedBytes(std::size_t characters) {
     const std::size_t rest = characters % 4;
     return characters / 4 * 3 + (rest == 2 ? 1 : rest == 3 ? 2 : 0);
@@ -106,14 +113,21 @@ std::vector<ArmourBlock> FindArmourBlocks(std::string_view text) {
         ++number;
         ArmourLine line;
         line.number = number;
-        if (ReadArmourLine(Unquoted(text.substr(start, end - start)), line)) {
+        const auto take = [&](std::string_view candidate) {
+            if (!ReadArmourLine(candidate, line)) {
+                return false;
+            }
             // A padded line ends an encrypted text; whatever follows starts a new run.
             run.push_back(line);
             if (line.padded) {
                 closeRun();
             }
-        } else {
+            return true;
+        };
+        const std::string_view unquoted = Unquoted(text.substr(start, end - start));
+        if (!take(unquoted)) {
             closeRun();
+            take(LastWord(unquoted));
         }
         if (end == text.size()) {
             break;

@@ -22,11 +22,12 @@ inline constexpr std::size_t kMinArmourBytes = 64;
 
 // FindArmourBlocks finds the encrypted texts in a pasted text such as a whole mail: every
 // line loses its quote marks ("> ", ">>", "> > ") and surrounding blanks; a run of lines made
-// only of Base64 characters (however the mail wrapped them, "=" only at its end) is a
-// candidate, and up to two short lines at either end of a run are dropped when that makes
-// the run decode to whole cipher blocks, so that a greeting or a name written right against
-// the text does not spoil it. It gives the candidates in the order they stand; none when
-// nothing looks like an encrypted text. Line breaks may be LF, CR LF or CR.
+// only of Base64 characters (however the mail wrapped them, "=" only at its end), which may
+// begin with the last word of a line of prose ("here it is: HlsrjuX5..."), is a candidate, and up
+// to two short lines at either end of a run are dropped when that makes the run decode to whole
+// cipher blocks, so that a greeting or a name written right against the text does not spoil it. It
+// gives the candidates in the order they stand; none when nothing looks like an encrypted text.
+// Line breaks may be LF, CR LF or CR.
 [[nodiscard]] std::vector<ArmourBlock> FindArmourBlocks(std::string_view text);
 
 } // namespace kelvora

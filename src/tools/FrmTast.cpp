@@ -4,6 +4,7 @@
 #include "app/Theme.h"
 #include "i18n/Catalogue.h"
 #include "i18n/LocaliseForm.h"
+#include "i18n/TextIds.h"
 
 #include <QGuiApplication>
 #include <QInputMethod>
@@ -23,11 +24,7 @@ constexpr int kOptionWidth = 720;
 constexpr int kOptionHeight = 300;
 constexpr int kOptionLefts[] = {240, 1080};
 
-constexpr int kTitleId = 169;
-constexpr int kRemoveLastNameId = 550;
-constexpr int kShiftNameId = 551;
-constexpr int kOptionNameIds[] = {552, 553};
-constexpr int kSpaceNameId = 129;
+constexpr int kOptionNameIds[] = {kNormalSizeText, kDoubleSizeText};
 
 // The two fixed German tool tips of the design; they are not translated.
 const QString kShiftTip = QStringLiteral("Groß-/Kleinschreibung");
@@ -69,7 +66,7 @@ FrmTast::FrmTast(QLineEdit& txtCode, int languageOffset, std::uint32_t keyboardL
     : QWidget(parent, Qt::Tool), m_txtCode(txtCode), m_languageOffset(languageOffset),
       m_layoutCode(LayoutCodeOf(keyboardLayout)), m_captions(CaptionsFor(m_layoutCode)) {
     setObjectName(QStringLiteral("FrmTast"));
-    setProperty("Tag", QStringLiteral("#%1").arg(kTitleId));
+    setProperty("Tag", QStringLiteral("#%1").arg(kScreenKeyboardTitle));
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(KeyStyleSheet());
@@ -97,38 +94,38 @@ void FrmTast::BuildKeys() {
         }
         button->setEnabled(!IsInactiveKey(key.index));
         connect(button, &QPushButton::clicked, this,
-                [this, index = key.index] { OnCmdNrClick(index); });
-        m_cmdNr[static_cast<std::size_t>(key.index)] = button;
+                [this, index = key.index] { OnKeyClick(index); });
+        m_keys[static_cast<std::size_t>(key.index)] = button;
     }
-    m_cmdNr[kShiftKey]->setCheckable(true);
-    m_cmdNr[kShiftKey]->setToolTip(kShiftTip);
-    m_cmdNr[kSpaceKey]->setToolTip(kSpaceTip);
+    m_keys[kShiftKey]->setCheckable(true);
+    m_keys[kShiftKey]->setToolTip(kShiftTip);
+    m_keys[kSpaceKey]->setToolTip(kSpaceTip);
 }
 
 void FrmTast::BuildSizeSwitch() {
     const QString captions[] = {QStringLiteral("1x"), QStringLiteral("2x")};
-    for (std::size_t i = 0; i < m_option1.size(); ++i) {
+    for (std::size_t i = 0; i < m_sizeOptions.size(); ++i) {
         auto* option = new QRadioButton(captions[i], this);
         option->setObjectName(QStringLiteral("Option1_%1").arg(i));
         option->setGeometry(
             PixelsOfTwips(kOptionLefts[i], kOptionTop, kOptionWidth, kOptionHeight));
-        connect(option, &QRadioButton::clicked, this, &FrmTast::OnOption1Click);
-        m_option1[i] = option;
+        connect(option, &QRadioButton::clicked, this, &FrmTast::OnSizeOptionClick);
+        m_sizeOptions[i] = option;
     }
-    m_option1[0]->setChecked(true);
+    m_sizeOptions[0]->setChecked(true);
 }
 
 void FrmTast::SetLanguage(int languageOffset) {
     m_languageOffset = languageOffset;
     LocaliseForm(this, languageOffset);
-    for (std::size_t i = 0; i < m_option1.size(); ++i) {
-        m_option1[i]->setAccessibleName(Text(kOptionNameIds[i]));
+    for (std::size_t i = 0; i < m_sizeOptions.size(); ++i) {
+        m_sizeOptions[i]->setAccessibleName(Text(kOptionNameIds[i]));
     }
     UpdateKeyNames();
 }
 
-void FrmTast::OnCmdNrClick(int index) {
-    QPushButton* key = m_cmdNr[static_cast<std::size_t>(index)];
+void FrmTast::OnKeyClick(int index) {
+    QPushButton* key = m_keys[static_cast<std::size_t>(index)];
     const KeyAction action =
         PressKey(m_layoutCode, m_lowerCaseMode, index, m_captions[static_cast<std::size_t>(index)]);
     switch (action.kind) {
@@ -152,8 +149,8 @@ void FrmTast::OnCmdNrClick(int index) {
     }
 }
 
-void FrmTast::OnOption1Click() {
-    const ZoomChange change = ZoomChangeFor(m_option1[1]->isChecked(), m_zoomFactor);
+void FrmTast::OnSizeOptionClick() {
+    const ZoomChange change = ZoomChangeFor(m_sizeOptions[1]->isChecked(), m_zoomFactor);
     if (change == ZoomChange::None) {
         return;
     }
@@ -172,19 +169,19 @@ void FrmTast::OnOption1Click() {
 // character (the letters follow shift), and the keys that type none by what they do.
 void FrmTast::UpdateKeyNames() {
     for (const KeyDesign& design : DesignedKeys()) {
-        QPushButton* key = m_cmdNr[static_cast<std::size_t>(design.index)];
+        QPushButton* key = m_keys[static_cast<std::size_t>(design.index)];
         const KeyAction action = PressKey(m_layoutCode, m_lowerCaseMode, design.index,
                                           m_captions[static_cast<std::size_t>(design.index)]);
         QString name;
         switch (action.kind) {
         case KeyAction::Kind::Append:
-            name = action.text == " " ? Text(kSpaceNameId) : QString::fromStdString(action.text);
+            name = action.text == " " ? Text(kSpaceKeyText) : QString::fromStdString(action.text);
             break;
         case KeyAction::Kind::RemoveLast:
-            name = Text(kRemoveLastNameId);
+            name = Text(kRemoveLastKeyName);
             break;
         case KeyAction::Kind::ToggleShift:
-            name = Text(kShiftNameId);
+            name = Text(kShiftKeyName);
             break;
         case KeyAction::Kind::Nothing:
             name = key->text();

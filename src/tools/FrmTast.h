@@ -39,8 +39,8 @@ public:
 private:
     void BuildKeys();
     void BuildSizeSwitch();
-    void OnCmdNrClick(int index);
-    void OnOption1Click();
+    void OnKeyClick(int index);
+    void OnSizeOptionClick();
     void UpdateKeyNames();
     QString Text(int germanId) const;
 
@@ -50,8 +50,8 @@ private:
     bool m_lowerCaseMode = true;
     int m_zoomFactor = 1;
     KeyCaptions m_captions;
-    std::array<QPushButton*, kKeyIndexCount> m_cmdNr{};
-    std::array<QRadioButton*, 2> m_option1{};
+    std::array<QPushButton*, kKeyIndexCount> m_keys{};
+    std::array<QRadioButton*, 2> m_sizeOptions{};
 };
 
 } // namespace kelvora

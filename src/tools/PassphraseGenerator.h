@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/Random.h"
+#include "i18n/TextIds.h"
 
 #include <string>
 
@@ -11,7 +12,5 @@ inline constexpr std::size_t kGeneratedPassphraseLength = 32;
 // GenerateRandomPassphrase draws 32 characters, each uniform over the 94 codes from 32
 // (blank) to 125 ("}"). The message id shown with it is kGeneratedPassphraseMessageId.
 [[nodiscard]] std::string GenerateRandomPassphrase(RandomSource& random);
-
-inline constexpr int kGeneratedPassphraseMessageId = 106;
 
 } // namespace kelvora

@@ -1,5 +1,7 @@
 #include "tools/PassphraseRating.h"
 
+#include "i18n/TextIds.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -47,12 +49,12 @@ struct Level {
 };
 
 constexpr std::array<Level, 6> kLevels = {{
-    {95, 5, {false, false, true}, 128},
-    {50, 4, {false, true, true}, 127},
-    {25, 3, {false, true, false}, 126},
-    {10, 2, {true, true, false}, 125},
-    {6, 1, {true, false, false}, 124},
-    {0, 0, {true, false, false}, 124},
+    {95, 5, {false, false, true}, kMaximumSecuritySentence},
+    {50, 4, {false, true, true}, kManyComputersSentence},
+    {25, 3, {false, true, false}, kOneComputerSentence},
+    {10, 2, {true, true, false}, kCrackableSentence},
+    {6, 1, {true, false, false}, kNotSecureSentence},
+    {0, 0, {true, false, false}, kNotSecureSentence},
 }};
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "tools/RatingDisplay.h"
 
+#include "i18n/TextIds.h"
+
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -13,10 +15,12 @@ const std::array<QColor, 3> kLampColours = {QColor(255, 0, 0), QColor(255, 255, 
                                             QColor(0, 255, 0)};
 const QColor kDarkLamp(0xE4, 0xE8, 0xEE);
 const QColor kLampRim(0x9A, 0xA4, 0xB1);
+const QColor kLitStar(0xF2, 0xB0, 0x1E);
+const QColor kUnlitStar(0xC3, 0xCA, 0xD4);
 
-QLabel* StarLabel(const QString& glyph, const QString& colour, QWidget* parent) {
+QLabel* StarLabel(const QString& glyph, const QColor& colour, QWidget* parent) {
     auto* star = new QLabel(glyph, parent);
-    star->setStyleSheet(QStringLiteral("color: %1; font-size: 15pt;").arg(colour));
+    star->setStyleSheet(QStringLiteral("color: %1; font-size: 15pt;").arg(colour.name()));
     star->setAlignment(Qt::AlignCenter);
     return star;
 }
@@ -58,14 +62,14 @@ RatingDisplay::RatingDisplay(QWidget* parent) : QWidget(parent) {
     indicators->setSpacing(2);
     auto* caption = new QLabel(this);
     caption->setObjectName(QStringLiteral("LblQuality"));
-    caption->setProperty("Tag", QStringLiteral("#159"));
+    caption->setProperty("Tag", QStringLiteral("#%1").arg(kPassphraseQualityCaption));
     caption->setProperty("role", QStringLiteral("caption"));
     indicators->addWidget(caption);
     indicators->addSpacing(10);
     for (std::size_t i = 0; i < m_stars.size(); ++i) {
         auto* slot = new QGridLayout;
-        slot->addWidget(StarLabel(QStringLiteral("\u2606"), QStringLiteral("#C3CAD4"), this), 0, 0);
-        m_stars[i] = StarLabel(QStringLiteral("\u2605"), QStringLiteral("#F2B01E"), this);
+        slot->addWidget(StarLabel(QStringLiteral("\u2606"), kUnlitStar, this), 0, 0);
+        m_stars[i] = StarLabel(QStringLiteral("\u2605"), kLitStar, this);
         m_stars[i]->setObjectName(QStringLiteral("Stern_%1").arg(i + 1));
         slot->addWidget(m_stars[i], 0, 0);
         indicators->addLayout(slot);

@@ -1,5 +1,7 @@
 #include "tools/ScreenKeyboard.h"
 
+#include "i18n/TextIds.h"
+
 #include <utility>
 
 namespace kelvora {
@@ -13,9 +15,6 @@ constexpr int kRow2 = 735;
 constexpr int kRow3 = 1110;
 constexpr int kRow4 = 1485;
 constexpr int kNumericLeft = 6240;
-
-constexpr int kSpaceCaptionId = 129;
-constexpr int kTabCaptionId = 130;
 
 constexpr KeyDesign Key(int index, const char* caption, int column, int firstLeft, int top) {
     return {index, caption, 0, firstLeft + column * kPitch, top, kKey, kKey};
@@ -33,7 +32,7 @@ constexpr KeyDesign kKeys[] = {
     Key(7, "7", 0, kNumericLeft, kRow1), Key(8, "8", 1, kNumericLeft, kRow1),
     Key(9, "9", 2, kNumericLeft, kRow1),
 
-    {13, "", kTabCaptionId, 240, kRow2, 495, kKey},
+    {13, "", kTabKeyText, 240, kRow2, 495, kKey},
     Key(35, "Q", 0, 720, kRow2), Key(41, "W", 1, 720, kRow2), Key(23, "E", 2, 720, kRow2),
     Key(36, "R", 3, 720, kRow2), Key(38, "T", 4, 720, kRow2), Key(44, "Z", 5, 720, kRow2),
     Key(39, "U", 6, 720, kRow2), Key(27, "I", 7, 720, kRow2), Key(33, "O", 8, 720, kRow2),
@@ -58,7 +57,7 @@ constexpr KeyDesign kKeys[] = {
     Key(10, ",", 0, 6960, kRow4),
 
     {11, "Enter", 0, 5520, 720, 495, 1095},
-    {kSpaceKey, "", kSpaceCaptionId, 1080, 1920, 3855, 255},
+    {kSpaceKey, "", kSpaceKeyText, 1080, 1920, 3855, 255},
     Key(66, "\\", 0, kNumericLeft, 1800),
 };
 // clang-format on

@@ -1,8 +1,9 @@
 #include "about/FrmAbout.h"
 
 #include "app/RecordingMessageService.h"
+#include "app/WindowTestTools.h"
 #include "common/Version.h"
-#include "i18n/Catalogue.h"
+#include "i18n/TextIds.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -15,9 +16,7 @@
 namespace kelvora {
 namespace {
 
-QString Catalogue(int languageOffset, int germanId, const QString& s = {}) {
-    return QString::fromStdString(GetText(languageOffset, germanId, s.toStdString()));
-}
+using testing::Catalogue;
 
 // Harness owns a shown welcome window whose panel comes from a fixed draw.
 struct Harness {
@@ -31,11 +30,7 @@ struct Harness {
     ~Harness() { delete window; }
 
     template <typename Widget = QWidget> Widget* Find(const QString& name) {
-        auto* widget = window->findChild<Widget*>(name);
-        if (widget == nullptr) {
-            qFatal("no control named %s", qPrintable(name));
-        }
-        return widget;
+        return testing::FindControl<Widget>(window.data(), name);
     }
     QString Shown(const char* name) { return Find<QLabel>(QString::fromLatin1(name))->text(); }
     void ClickFlag(const char* name) {
@@ -58,140 +53,123 @@ class FrmAboutTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void PanelForFixedDraws_data();
-    void PanelForFixedDraws();
-    void LinksByPanelAndLanguage_data();
-    void LinksByPanelAndLanguage();
-    void FlagsRefillTheTexts();
-    void LinkFollowedFromTheKeyboard();
-    void StartClosesTheWindow();
-};
+    void PanelForFixedDraws_data() {
+        QTest::addColumn<double>("draw");
+        QTest::addColumn<int>("headingId");
+        QTest::addColumn<QStringList>("links");
+        QTest::newRow("zero") << 0.0 << 562 << QStringList{u"Label2_1"_qs};
+        QTest::newRow("first bound") << kFirstDraw << 562 << QStringList{u"Label2_1"_qs};
+        QTest::newRow("above first")
+            << 0.3300001 << 201 << QStringList{u"Label2_2"_qs, u"Label2_5"_qs};
+        QTest::newRow("second bound")
+            << kSecondDraw << 201 << QStringList{u"Label2_2"_qs, u"Label2_5"_qs};
+        QTest::newRow("above second") << kThirdDraw << 570 << QStringList{u"Label2_3"_qs};
+    }
 
-void FrmAboutTest::PanelForFixedDraws_data() {
-    QTest::addColumn<double>("draw");
-    QTest::addColumn<int>("headingId");
-    QTest::addColumn<QStringList>("links");
-    QTest::newRow("zero") << 0.0 << 562 << QStringList{u"Label2_1"_qs};
-    QTest::newRow("first bound") << kFirstDraw << 562 << QStringList{u"Label2_1"_qs};
-    QTest::newRow("above first") << 0.3300001 << 201 << QStringList{u"Label2_2"_qs, u"Label2_5"_qs};
-    QTest::newRow("second bound") << kSecondDraw << 201
-                                  << QStringList{u"Label2_2"_qs, u"Label2_5"_qs};
-    QTest::newRow("above second") << kThirdDraw << 570 << QStringList{u"Label2_3"_qs};
-}
+    void PanelForFixedDraws() {
+        QFETCH(double, draw);
+        QFETCH(int, headingId);
+        QFETCH(QStringList, links);
+        Harness h(draw, kEnglish);
+        QCOMPARE(h.Shown("LblHeading"), Catalogue(kEnglish, headingId, u"Kelvora Toolbox"_qs));
+        QStringList found;
+        for (const QLabel* label : h.window->findChildren<QLabel*>()) {
+            if (label->objectName().startsWith(u"Label2_"_qs)) {
+                found << label->objectName();
+            }
+        }
+        found.sort();
+        QCOMPARE(found, links);
+    }
 
-void FrmAboutTest::PanelForFixedDraws() {
-    QFETCH(double, draw);
-    QFETCH(int, headingId);
-    QFETCH(QStringList, links);
-    Harness h(draw, kEnglish);
-    QCOMPARE(h.Shown("LblHeading"), Catalogue(kEnglish, headingId, u"Kelvora Toolbox"_qs));
-    QStringList found;
-    for (const QLabel* label : h.window->findChildren<QLabel*>()) {
-        if (label->objectName().startsWith(u"Label2_"_qs)) {
-            found << label->objectName();
+    // Which address a link opens is the link rules' table; these rows prove that the window
+    // asks it with its panel, the language its flags chose and the link's element index.
+    void LinksByPanelAndLanguage_data() {
+        QTest::addColumn<double>("draw");
+        QTest::addColumn<QString>("flag");
+        QTest::addColumn<int>("label");
+        const std::pair<const char*, const char*> flags[] = {{"ImageDE", "de"}, {"ImageFR", "fr"}};
+        for (const auto& [flag, language] : flags) {
+            const QString name = QString::fromLatin1(flag);
+            QTest::addRow("privacy %s", language) << kFirstDraw << name << 1;
+            QTest::addRow("tool %s", language) << kSecondDraw << name << 2;
+            QTest::addRow("start page %s", language) << kSecondDraw << name << 5;
+            QTest::addRow("partner %s", language) << kThirdDraw << name << 3;
         }
     }
-    found.sort();
-    QCOMPARE(found, links);
-}
 
-void FrmAboutTest::LinksByPanelAndLanguage_data() {
-    QTest::addColumn<double>("draw");
-    QTest::addColumn<QString>("flag");
-    QTest::addColumn<int>("label");
-    QTest::addColumn<QString>("address");
-    const QString partner = u"https://partner.kelvora.net/shop.php?lang=%1"
-                            "&promo=KV-TRIAL30&link=kelvora-crypt"_qs;
-    const QString tool = u"https://www.kelvora.net/cookie.php?aref=91"_qs;
-    const QString start = u"https://www.kelvora.net/?aref=91"_qs;
-    const QString privacy = u"https://privacy.kelvora.net/?aref=0"_qs;
-    const std::pair<const char*, const char*> flags[] = {
-        {"ImageDE", "0"}, {"ImageEN", "1000"}, {"ImageES", "2000"}, {"ImageFR", "3000"}};
-    for (const auto& [flag, base] : flags) {
-        const bool german = QByteArray(base) == "0";
-        const bool aboveEnglish = QByteArray(base).toInt() > 1000;
-        const QString flagName = QString::fromLatin1(flag);
-        QTest::addRow("privacy %s", base) << kFirstDraw << flagName << 1 << privacy;
-        QTest::addRow("tool %s", base)
-            << kSecondDraw << flagName << 2 << (aboveEnglish ? start : tool);
-        QTest::addRow("start page %s", base) << kSecondDraw << flagName << 5 << start;
-        QTest::addRow("partner %s", base)
-            << kThirdDraw << flagName << 3 << partner.arg(german ? u"de"_qs : u"en"_qs);
+    void LinksByPanelAndLanguage() {
+        QFETCH(double, draw);
+        QFETCH(QString, flag);
+        QFETCH(int, label);
+        Harness h(draw, kSpanish);
+        h.ClickFlag(flag.toLatin1().constData());
+        QCOMPARE(h.ClickLink(label), QString::fromStdString(LinkAddress(
+                                         PanelForDraw(draw), h.window->LanguageBase(), label)));
+        QVERIFY(h.messages.openedUrls.isEmpty());
     }
-}
 
-void FrmAboutTest::LinksByPanelAndLanguage() {
-    QFETCH(double, draw);
-    QFETCH(QString, flag);
-    QFETCH(int, label);
-    QFETCH(QString, address);
-    Harness h(draw, kSpanish);
-    h.ClickFlag(flag.toLatin1().constData());
-    QCOMPARE(h.ClickLink(label), address);
-    QVERIFY(h.messages.openedUrls.isEmpty());
-}
-
-void FrmAboutTest::LinkFollowedFromTheKeyboard() {
-    Harness h(kFirstDraw, kEnglish);
-    h.window->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(h.window));
-    auto* link = h.Find<QLabel>(u"Label2_1"_qs);
-    QCOMPARE(QAccessible::queryAccessibleInterface(link)->text(QAccessible::Name),
-             Catalogue(kEnglish, 565));
-    // Tab from the flags walks into the link; Enter follows it.
-    h.Find(u"ImageFR"_qs)->setFocus(Qt::TabFocusReason);
-    for (int step = 0; step < 8 && !link->hasFocus(); ++step) {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    void LinkFollowedFromTheKeyboard() {
+        Harness h(kFirstDraw, kEnglish);
+        h.window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(h.window));
+        auto* link = h.Find<QLabel>(u"Label2_1"_qs);
+        QCOMPARE(QAccessible::queryAccessibleInterface(link)->text(QAccessible::Name),
+                 Catalogue(kEnglish, 565));
+        // Tab from the flags walks into the link; Enter follows it.
+        h.Find(u"ImageFR"_qs)->setFocus(Qt::TabFocusReason);
+        for (int step = 0; step < 8 && !link->hasFocus(); ++step) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+        QVERIFY(link->hasFocus());
+        QTest::keyClick(link, Qt::Key_Return);
+        QCOMPARE(h.messages.openedUrls, QStringList{u"https://privacy.kelvora.net/?aref=0"_qs});
     }
-    QVERIFY(link->hasFocus());
-    QTest::keyClick(link, Qt::Key_Return);
-    QCOMPARE(h.messages.openedUrls, QStringList{u"https://privacy.kelvora.net/?aref=0"_qs});
-}
 
-void FrmAboutTest::FlagsRefillTheTexts() {
-    Harness h(kSecondDraw, kGerman);
-    QSignalSpy chosen(h.window.data(), &FrmAbout::LanguageChosen);
-    QCOMPARE(h.window->LanguageBase(), 0);
-    QVERIFY(h.Find(u"LblTool_1"_qs)->isVisible());
-    QCOMPARE(h.Shown("LblTool_1"), u"• "_qs + Catalogue(kGerman, 203));
-    const std::pair<const char*, int> flags[] = {
-        {"ImageFR", kFrench}, {"ImageES", kSpanish}, {"ImageEN", kEnglish}, {"ImageDE", kGerman}};
-    for (const auto& [flag, language] : flags) {
-        h.ClickFlag(flag);
-        QCOMPARE(chosen.takeLast().at(0).toInt(), language);
-        QCOMPARE(h.window->windowTitle(), Catalogue(language, 200));
-        QCOMPARE(h.Shown("LblWelcome"), Catalogue(language, 200));
-        QCOMPARE(h.Shown("LblDescription"), Catalogue(language, 560));
-        QCOMPARE(h.Shown("LblVersion"),
-                 Catalogue(language, 561, QString::fromLatin1(kVersionText)));
-        QCOMPARE(h.Shown("LblHeading"), Catalogue(language, 201, u"Kelvora Toolbox"_qs));
-        QCOMPARE(h.Shown("LblParagraph"), Catalogue(language, 566));
-        QCOMPARE(h.Shown("LblAction"), Catalogue(language, 567));
-        QCOMPARE(h.Shown("Label2_5"), Catalogue(language, 569));
-        QCOMPARE(h.Shown("Label2_2"), Catalogue(language, 568));
-        QCOMPARE(h.Find<QPushButton>(u"Command1"_qs)->text(), Catalogue(language, 152));
-        // French has no tool descriptions: they are left out, not shown as markers.
-        QCOMPARE(h.Find(u"LblTool_0"_qs)->isVisible(), language != kFrench);
-        QCOMPARE(h.Find(QString::fromLatin1(flag))->property("BorderStyle").toInt(), 1);
-        QCOMPARE(h.window->Panel(), AboutPanel::MakerTool);
+    void FlagsRefillTheTexts() {
+        Harness h(kSecondDraw, kGerman);
+        QSignalSpy chosen(h.window.data(), &FrmAbout::LanguageChosen);
+        QCOMPARE(h.window->LanguageBase(), 0);
+        QVERIFY(h.Find(u"LblTool_1"_qs)->isVisible());
+        QCOMPARE(h.Shown("LblTool_1"), u"• "_qs + Catalogue(kGerman, 203));
+        const std::pair<const char*, int> flags[] = {{"ImageFR", kFrench},
+                                                     {"ImageES", kSpanish},
+                                                     {"ImageEN", kEnglish},
+                                                     {"ImageDE", kGerman}};
+        for (const auto& [flag, language] : flags) {
+            h.ClickFlag(flag);
+            QCOMPARE(chosen.takeLast().at(0).toInt(), language);
+            QCOMPARE(h.window->windowTitle(), Catalogue(language, 200));
+            QCOMPARE(h.Shown("LblWelcome"), Catalogue(language, 200));
+            QCOMPARE(h.Shown("LblDescription"), Catalogue(language, 560));
+            QCOMPARE(h.Shown("LblVersion"),
+                     Catalogue(language, 561, QString::fromLatin1(kVersionText)));
+            QCOMPARE(h.Shown("LblHeading"), Catalogue(language, 201, u"Kelvora Toolbox"_qs));
+            QCOMPARE(h.Shown("LblParagraph"), Catalogue(language, 566));
+            QCOMPARE(h.Shown("Label2_5"), Catalogue(language, 569));
+            // French has no tool descriptions: they are left out, not shown as markers.
+            QCOMPARE(h.Find(u"LblTool_0"_qs)->isVisible(), language != kFrench);
+            QCOMPARE(h.Find(QString::fromLatin1(flag))->property("BorderStyle").toInt(), 1);
+            QCOMPARE(h.window->Panel(), AboutPanel::MakerTool);
+        }
+        QCOMPARE(h.Find(u"ImageFR"_qs)->property("BorderStyle").toInt(), 0);
+        QCOMPARE(h.Find(u"ImageES"_qs)->accessibleName(), u"Español"_qs);
+        // From the keyboard: Tab reaches a flag, Space or Enter chooses it.
+        QVERIFY(h.Find(u"ImageES"_qs)->focusPolicy() & Qt::TabFocus);
+        QTest::keyClick(h.Find(u"ImageES"_qs), Qt::Key_Space);
+        QCOMPARE(h.window->LanguageBase(), 2000);
+        QTest::keyClick(h.Find(u"ImageEN"_qs), Qt::Key_Return);
+        QCOMPARE(h.Shown("LblParagraph"), Catalogue(kEnglish, 566));
     }
-    QCOMPARE(h.Find(u"ImageFR"_qs)->property("BorderStyle").toInt(), 0);
-    QCOMPARE(h.Find(u"ImageES"_qs)->accessibleName(), u"Español"_qs);
-    // From the keyboard: Tab reaches a flag, Space or Enter chooses it.
-    QVERIFY(h.Find(u"ImageES"_qs)->focusPolicy() & Qt::TabFocus);
-    QTest::keyClick(h.Find(u"ImageES"_qs), Qt::Key_Space);
-    QCOMPARE(h.window->LanguageBase(), 2000);
-    QTest::keyClick(h.Find(u"ImageEN"_qs), Qt::Key_Return);
-    QCOMPARE(h.Shown("LblParagraph"), Catalogue(kEnglish, 566));
-}
 
-void FrmAboutTest::StartClosesTheWindow() {
-    Harness h(0.5, kFrench);
-    QSignalSpy start(h.window.data(), &FrmAbout::StartRequested);
-    QTest::mouseClick(h.Find(u"Command1"_qs), Qt::LeftButton);
-    QCOMPARE(start.size(), 1);
-    QTRY_VERIFY(h.window.isNull());
-}
+    void StartClosesTheWindow() {
+        Harness h(0.5, kFrench);
+        QSignalSpy start(h.window.data(), &FrmAbout::StartRequested);
+        QTest::mouseClick(h.Find(u"Command1"_qs), Qt::LeftButton);
+        QCOMPARE(start.size(), 1);
+        QTRY_VERIFY(h.window.isNull());
+    }
+};
 
 } // namespace kelvora
 

@@ -2,10 +2,7 @@
 
 #include "app/FileTree.h"
 #include "app/WindowHarness.h"
-#include "app/WorkingPanel.h"
-#include "controls/ProgressBar.h"
 
-#include <QTimer>
 #include <QUrl>
 
 namespace kelvora {
@@ -48,13 +45,6 @@ class DecryptPageTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void FieldsAreNamedByTheirCaptions() {
-        Harness h(kGerman, "/filed");
-        QCOMPARE(h.Find<QLabel>("LblDecrFile")->buddy(), h.Find("TxtDecrFile"));
-        QCOMPARE(h.Find<QLabel>("LblDecrOutPath")->buddy(), h.Find("TxtDecrOutPath"));
-        QCOMPARE(h.Find<DecryptPage>("FrameDecrypt")->FirstField(), h.Find("TxtDecrFile"));
-    }
-
     void BrowsingForTheContainerProposesItsFolder() {
         Harness h(kSpanish, "/filed");
         h.messages.openAnswers << QStringList{u"/data/a b/box.vexo"_s};
@@ -158,17 +148,8 @@ private slots:
         tree.WriteNoise(u"in/noise.bin"_s, 256 * 1024 * 1024); // long enough to cancel midway
         const QString container = Container(tree);
         Decrypting h(container, tree.Path(u"out"_s));
-        QTimer poll;
-        auto& panel = h.window.Working();
-        QObject::connect(&poll, &QTimer::timeout, [&] {
-            // Cancel once the bar shows the first bytes restored.
-            if (h.window.IsWorking() && panel.ChunkBar().Position() > 0) {
-                h.Click("cmdCancel");
-            }
-        });
-        poll.start(2);
-        h.Click("Command5");
-        QVERIFY(panel.CancelRequested());
+        h.ClickAndCancel("Command5");
+        QVERIFY(h.window.Working().CancelRequested());
         QCOMPARE(h.messages.ShownIds(), QList<int>{});
         QCOMPARE(tree.Contents(u"out"_s), (QMap<QString, QByteArray>{}));
     }

@@ -44,7 +44,6 @@ class FCryptTest : public QObject {
     Q_OBJECT
 
 private slots:
-private slots:
     void LanguageSwitchRestoresEveryCaption() {
         Harness h(kGerman);
         QCOMPARE(h.Find<QAbstractButton>("Command1")->text(), Catalogue(kGerman, 161));
@@ -127,7 +126,7 @@ private slots:
         QCOMPARE(h.Find<QLineEdit>("TxtDecrFile")->text(), decrFile);
         QCOMPARE(h.Find<QLineEdit>("TxtDecrOutPath")->text(), decrOutPath);
         QCOMPARE(h.messages.ShownIds(),
-                 message.isEmpty() ? QList<int>{} : QList<int>{FCrypt::kUsageTextId});
+                 message.isEmpty() ? QList<int>{} : QList<int>{kUsageTextId});
         QCOMPARE(h.messages.shown.value(0).text, message);
     }
 
@@ -239,14 +238,6 @@ private slots:
         QCOMPARE(list->item(1)->text(), second);
         QCOMPARE(window.findChild<QLineEdit*>(u"TxtEncrFileName"_s)->text(), output);
         QVERIFY(window.findChild<QWidget*>(u"Command4"_s)->isVisible());
-
-        FCrypt decrypting(messages, random, kFrench);
-        decrypting.show();
-        decrypting.Load({"/setdecrfile", tree.Path(u"a b/box.vexo"_s).toStdString()}, u"k"_s);
-        QCOMPARE(decrypting.findChild<QLineEdit*>(u"TxtDecrFile"_s)->text(),
-                 tree.Path(u"a b/box.vexo"_s));
-        QCOMPARE(decrypting.findChild<QLineEdit*>(u"TxtDecrOutPath"_s)->text(),
-                 tree.Path(u"a b/"_s));
         QVERIFY(messages.shown.isEmpty());
     }
 

@@ -1,6 +1,6 @@
 #include "app/MessageService.h"
 
-#include "i18n/Catalogue.h"
+#include "app/WindowTestTools.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -14,9 +14,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-QString Catalogue(int languageOffset, int germanId) {
-    return QString::fromStdString(GetText(languageOffset, germanId));
-}
+using testing::Catalogue;
 
 // ButtonTexts lists a box's OK, Cancel, Yes and No texts, in that order.
 QStringList ButtonTexts(QMessageBox& box) {
@@ -29,8 +27,6 @@ QStringList ButtonTexts(QMessageBox& box) {
 }
 
 } // namespace
-
-using namespace Qt::StringLiterals;
 
 class MessageServiceTest : public QObject {
     Q_OBJECT

@@ -68,73 +68,24 @@ TEST_P(SharedSecurityHandlers, LeaveCaptionScrollBoxAndSlots) {
     EXPECT_EQ(session.Slots(static_cast<int>(slotCount)), GetParam().slots);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Table, SharedSecurityHandlers,
-    ::testing::Values(
-        HandlerCase{"ScrollBarStoresAndShows",
-                    {"count:3", "type:a", "scroll:2", "type:b", "scroll:3", "type:c", "scroll:1"},
-                    "1/3",
-                    1,
-                    3,
-                    "a",
-                    "a|b|c"},
-        HandlerCase{"ForwardArrowWrapsAfterTheLastKey",
-                    {"count:3", "type:a", ">", "type:b", ">", "type:c", ">"},
-                    "1/3",
-                    1,
-                    3,
-                    "a",
-                    "a|b|c"},
-        HandlerCase{
-            "BackArrowWrapsBeforeTheFirstKey", {"count:3", "type:a", "<"}, "3/3", 1, 3, "", "a||"},
-        HandlerCase{"ArrowsLeaveTheScrollBarWhereItWas",
-                    {"count:4", "scroll:2", ">", ">"},
-                    "4/4",
-                    2,
-                    4,
-                    "",
-                    "|||"},
-        HandlerCase{"KeyTenReadsAsKeyOneWhenStored",
-                    {"count:10", "type:a", "scroll:10", "type:j", "scroll:9"},
-                    "9/10",
-                    9,
-                    10,
-                    "",
-                    "j|||||||||"},
-        HandlerCase{"ForwardFromKeyTenReachesKeyTwo",
-                    {"count:10", "scroll:2", "type:b", "scroll:10", ">"},
-                    "2/10",
-                    10,
-                    10,
-                    "b",
-                    "|b"},
-        HandlerCase{"BackFromKeyOneOfTenShowsTenOfTen",
-                    {"count:10", "type:a", "<"},
-                    "10/10",
-                    1,
-                    10,
-                    "a",
-                    "a"},
-        // The caption is "1/4" before the scroll handler runs, so the key on show goes into
-        // slot 0.
-        HandlerCase{"CountChangeStoresTheKeyOnShowAsKeyOne",
-                    {"count:3", "type:a", "scroll:2", "type:b", "count:4"},
-                    "1/4",
-                    1,
-                    4,
-                    "b",
-                    "b||"},
-        HandlerCase{"CountThatIsNotNumericBecomesTwo", {"count:x"}, "1/2", 1, 2, "", ""},
-        HandlerCase{"EmptyCountBecomesTwo", {"count:"}, "1/2", 1, 2, "", ""},
-        HandlerCase{"DecimalCountRoundsHalfToEven", {"count:2.5"}, "1/2.5", 1, 2, "", ""},
-        HandlerCase{"ClearEmptiesEverySlot",
-                    {"count:3", "type:a", "scroll:2", "type:b", "scroll:3", "clear"},
-                    "3/3",
-                    3,
-                    3,
-                    "",
-                    "||"}),
+// A row: name, steps, then caption, scroll value and maximum, box and slots afterwards.
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Table, SharedSecurityHandlers, ::testing::Values(
+    HandlerCase{"ScrollBarStoresAndShows", {"count:3", "type:a", "scroll:2", "type:b", "scroll:3", "type:c", "scroll:1"}, "1/3", 1, 3, "a", "a|b|c"},
+    HandlerCase{"ForwardArrowWrapsAfterTheLastKey", {"count:3", "type:a", ">", "type:b", ">", "type:c", ">"}, "1/3", 1, 3, "a", "a|b|c"},
+    HandlerCase{"BackArrowWrapsBeforeTheFirstKey", {"count:3", "type:a", "<"}, "3/3", 1, 3, "", "a||"},
+    HandlerCase{"ArrowsLeaveTheScrollBarWhereItWas", {"count:4", "scroll:2", ">", ">"}, "4/4", 2, 4, "", "|||"},
+    HandlerCase{"KeyTenReadsAsKeyOneWhenStored", {"count:10", "type:a", "scroll:10", "type:j", "scroll:9"}, "9/10", 9, 10, "", "j|||||||||"},
+    HandlerCase{"ForwardFromKeyTenReachesKeyTwo", {"count:10", "scroll:2", "type:b", "scroll:10", ">"}, "2/10", 10, 10, "b", "|b"},
+    HandlerCase{"BackFromKeyOneOfTenShowsTenOfTen", {"count:10", "type:a", "<"}, "10/10", 1, 10, "a", "a"},
+    // The caption is "1/4" before the scroll handler runs, so the key on show goes into slot 0.
+    HandlerCase{"CountChangeStoresTheKeyOnShowAsKeyOne", {"count:3", "type:a", "scroll:2", "type:b", "count:4"}, "1/4", 1, 4, "b", "b||"},
+    HandlerCase{"CountThatIsNotNumericBecomesTwo", {"count:x"}, "1/2", 1, 2, "", ""},
+    HandlerCase{"EmptyCountBecomesTwo", {"count:"}, "1/2", 1, 2, "", ""},
+    HandlerCase{"DecimalCountRoundsHalfToEven", {"count:2.5"}, "1/2.5", 1, 2, "", ""},
+    HandlerCase{"ClearEmptiesEverySlot", {"count:3", "type:a", "scroll:2", "type:b", "scroll:3", "clear"}, "3/3", 3, 3, "", "||"}),
     [](const auto& info) { return info.param.name; });
+// clang-format on
 
 struct ValidationCase {
     const char* name;

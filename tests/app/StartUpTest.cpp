@@ -83,14 +83,10 @@ const CommandCase kCommands[] = {
     {"DecryptPageUpperCase", "/FILED", StartRequest::OpenDecryptPage},
     {"TextPage", "/Text", StartRequest::OpenTextPage},
     {"TooShortForFilee", "/file", StartRequest::Nothing},
-    {"EncryptFiles",
-     "/SetEncrFiles /home/A.txt \"/a b/c\" /OUTPUTFILE /home/Out.vexo",
-     StartRequest::SetEncryptFiles,
-     "/home/A.txt \"/a b/c\" /OUTPUTFILE /home/Out.vexo",
-     "",
-     "",
-     {"/home/A.txt", "/a b/c"},
-     "/home/Out.vexo"},
+    // clang-format off
+    {"EncryptFiles", "/SetEncrFiles /home/A.txt \"/a b/c\" /OUTPUTFILE /home/Out.vexo", StartRequest::SetEncryptFiles,
+     "/home/A.txt \"/a b/c\" /OUTPUTFILE /home/Out.vexo", "", "", {"/home/A.txt", "/a b/c"}, "/home/Out.vexo"},
+    // clang-format on
     {"EncryptFilesWithNothingBehind", "/setencrfiles ", StartRequest::Nothing},
     {"EncryptFilesWithoutBlank", "/setencrfiles", StartRequest::Nothing},
     {"DecryptFileKeepsCase", "/SETDECRFILE /Home/Box/B.vexo", StartRequest::SetDecryptFile, "",
@@ -129,40 +125,19 @@ struct ArgumentsCase {
     const char* decryptOutPath = "";
 };
 
+// clang-format off
 const ArgumentsCase kArgumentVectors[] = {
     {"None", {}, StartRequest::Nothing},
-    {"DecryptFileWithBlanks",
-     {"/setDecrFile", "/a b/c.vexo"},
-     StartRequest::SetDecryptFile,
-     {},
-     "",
-     "/a b/c.vexo",
-     "/a b/"},
-    {"DecryptFileSplitByBlanks",
-     {"/SETDECRFILE", "/a", "b/c.vexo"},
-     StartRequest::SetDecryptFile,
-     {},
-     "",
-     "/a b/c.vexo",
-     "/a b/"},
-    {"EncryptFilesWithBlanks",
-     {"/setEncrFiles", "/a b/c.txt", "d.txt", "/OutputFile", "/x y/out.vexo"},
-     StartRequest::SetEncryptFiles,
-     {"/a b/c.txt", "d.txt"},
-     "/x y/out.vexo"},
-    {"EncryptFilesOutputSplitByBlanks",
-     {"/SETENCRFILES", "a", "/outputfile", "/x", "y.vexo"},
-     StartRequest::SetEncryptFiles,
-     {"a"},
-     "/x y.vexo"},
-    {"EncryptFilesWithoutOutput",
-     {"/setencrfiles", "a b", "c"},
-     StartRequest::SetEncryptFiles,
-     {"a b", "c"}},
+    {"DecryptFileWithBlanks", {"/setDecrFile", "/a b/c.vexo"}, StartRequest::SetDecryptFile, {}, "", "/a b/c.vexo", "/a b/"},
+    {"DecryptFileSplitByBlanks", {"/SETDECRFILE", "/a", "b/c.vexo"}, StartRequest::SetDecryptFile, {}, "", "/a b/c.vexo", "/a b/"},
+    {"EncryptFilesWithBlanks", {"/setEncrFiles", "/a b/c.txt", "d.txt", "/OutputFile", "/x y/out.vexo"}, StartRequest::SetEncryptFiles, {"/a b/c.txt", "d.txt"}, "/x y/out.vexo"},
+    {"EncryptFilesOutputSplitByBlanks", {"/SETENCRFILES", "a", "/outputfile", "/x", "y.vexo"}, StartRequest::SetEncryptFiles, {"a"}, "/x y.vexo"},
+    {"EncryptFilesWithoutOutput", {"/setencrfiles", "a b", "c"}, StartRequest::SetEncryptFiles, {"a b", "c"}},
     {"SwitchWithSuffixIsNoSwitch", {"/setencrfilesX", "a"}, StartRequest::Nothing},
     {"PageSwitchWithMoreWords", {"/FileE", "ignored"}, StartRequest::OpenEncryptPage},
     {"PathsOnly", {"/home/a.txt", "/home/b.txt"}, StartRequest::Nothing},
 };
+// clang-format on
 
 class ArgumentVector : public ::testing::TestWithParam<ArgumentsCase> {};
 

@@ -5,10 +5,12 @@
 #include "app/FCrypt.h"
 #include "app/JobScope.h"
 #include "app/RecordingMessageService.h"
+#include "app/WindowTestTools.h"
+#include "app/WorkingPanel.h"
 #include "common/Ansi.h"
 #include "common/FixedRandom.h"
 #include "controls/LightTab.h"
-#include "i18n/Catalogue.h"
+#include "controls/ProgressBar.h"
 #include "text/EncryptedText.h"
 
 #include <QAbstractButton>
@@ -18,14 +20,11 @@
 #include <QPlainTextEdit>
 #include <QProcess>
 #include <QTest>
+#include <QTimer>
 
 namespace kelvora::testing {
 
 using namespace Qt::StringLiterals;
-
-inline QString Catalogue(int languageOffset, int germanId) {
-    return QString::fromStdString(GetText(languageOffset, germanId));
-}
 
 inline QString BannerOf(int languageOffset) {
     return QString::fromStdString(Utf8FromAnsi(BannerLine(languageOffset)));
@@ -53,11 +52,7 @@ struct Harness {
     }
 
     template <typename Widget = QWidget> Widget* Find(const char* name) {
-        auto* widget = window.findChild<Widget*>(QString::fromLatin1(name));
-        if (widget == nullptr) {
-            qFatal("no control named %s", name);
-        }
-        return widget;
+        return FindControl<Widget>(&window, QString::fromLatin1(name));
     }
     void Click(const char* name) { QTest::mouseClick(Find(name), Qt::LeftButton); }
     QString Results() { return Find<QPlainTextEdit>("txtResults")->toPlainText(); }
@@ -66,6 +61,19 @@ struct Harness {
     void Fill(const QString& text, const QString& passphrase) {
         Find<QPlainTextEdit>("txtResults")->setPlainText(text);
         Find<QLineEdit>("TxtCode")->setText(passphrase);
+    }
+
+    // ClickAndCancel clicks command and presses Cancel as soon as the job's bar shows the first
+    // bytes done: the poll only runs while the job lets the window serve its events.
+    void ClickAndCancel(const char* command) {
+        QTimer poll;
+        QObject::connect(&poll, &QTimer::timeout, [this] {
+            if (window.IsWorking() && window.Working().ChunkBar().Position() > 0) {
+                Click("cmdCancel");
+            }
+        });
+        poll.start(2);
+        Click(command);
     }
 
     // Names joins the names of the given controls for which the test holds.

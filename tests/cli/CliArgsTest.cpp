@@ -6,8 +6,9 @@
 namespace kelvora::cli {
 namespace {
 
-constexpr std::array kSpecs = {OptionSpec{"output", 'o', true}, OptionSpec{"force", 'f', false},
-                               OptionSpec{"quiet", 'q', false}, OptionSpec{"key-file", '\0', true}};
+constexpr std::array kSpecs = {OptionSpec{"output", 'o', "FILE", {}},
+                               OptionSpec{"force", 'f', {}, {}}, OptionSpec{"quiet", 'q', {}, {}},
+                               OptionSpec{"key-file", '\0', "FILE", {}}};
 
 struct ArgsCase {
     const char* name;

@@ -1,19 +1,16 @@
-#include "ProcessRunner.h"
+#include "CliRun.h"
 #include "cli/FileProgress.h"
 #include "files/FileTestSupport.h"
 
 #include <gtest/gtest.h>
-#include <iterator>
-#include <regex>
-#include <sstream>
+#include <sys/stat.h>
 
 namespace kelvora {
 namespace {
 
 using namespace kelvora::testing;
 
-const std::map<std::string, std::string> kSecret = {{"KELVORA_PASSPHRASE", kPassphrase}};
-const std::map<std::string, std::string> kWrong = {{"KELVORA_PASSPHRASE", "wrong"}};
+const Env kSecret = {{"KELVORA_PASSPHRASE", kPassphrase}};
 
 // A tree with the awkward cases: nested folders, an empty file, one byte, umlauts and
 // accents, 200- and 255-character names and a file of three chunks.
@@ -28,21 +25,21 @@ TEST(FileCommands, EncryptListTestAndDecryptRoundTrip) {
     WriteFile(scratch / "in/big.bin", PatternBytes(4300000, 3, true));
     WriteFile(scratch / "in/" + n255, PatternBytes(77, 4));
     const std::string container = scratch / "c.vexo";
-    const auto encrypted = RunCli({"encrypt", "-o", container, scratch / "in/Tree",
-                                   scratch / "in/big.bin", scratch / "in/" + n255},
-                                  {}, kSecret);
+    const auto encrypted = RunInProcess({"encrypt", "-o", container, scratch / "in/Tree",
+                                         scratch / "in/big.bin", scratch / "in/" + n255},
+                                        {}, kSecret);
     ASSERT_EQ(encrypted.status, 0) << encrypted.err;
     EXPECT_EQ(encrypted.err, "");
 
-    const auto listed = RunCli({"list", container}, {}, kSecret);
+    const auto listed = RunInProcess({"list", container}, {}, kSecret);
     EXPECT_EQ(listed.status, 0) << listed.err;
     // A folder's entries go in by name, byte for byte, so "\xC3\x84rger" comes last.
     EXPECT_EQ(listed.out, "0\tTree/leer\n1\tTree/sub/one\n5\tTree/sub/" + x200 +
                               "\n1000\tTree/\xC3\x84rger/caf\xC3\xA9.txt\n4300000\tbig.bin\n77\t" +
                               n255 + "\n");
-    EXPECT_EQ(RunCli({"test", container}, {}, kSecret).out, "OK\n");
+    EXPECT_EQ(RunInProcess({"test", container}, {}, kSecret).out, "OK\n");
 
-    const auto decrypted = RunCli({"decrypt", container, "-C", scratch / "out"}, {}, kSecret);
+    const auto decrypted = RunInProcess({"decrypt", container, "-C", scratch / "out"}, {}, kSecret);
     ASSERT_EQ(decrypted.status, 0) << decrypted.err;
     EXPECT_EQ(std::count(decrypted.out.begin(), decrypted.out.end(), '\n'), 6);
     EXPECT_EQ(FilesBelow(scratch / "out"), FilesBelow(scratch / "in"));
@@ -51,55 +48,6 @@ TEST(FileCommands, EncryptListTestAndDecryptRoundTrip) {
     }
 }
 
-// A command line against a prepared container and output folder that holds a.txt already.
-struct OutcomeCase {
-    const char* name;
-    const char* args; // split at blanks; {c} is the container, {o} the output folder
-    bool wrongPassphrase;
-    int status;
-    std::string err;      // how the error output starts
-    std::string existing; // what out/a.txt holds afterwards
-};
-
-class FileCommandOutcome : public ::testing::TestWithParam<OutcomeCase> {};
-
-TEST_P(FileCommandOutcome, EndsWithItsStatusAndErrorLineAndTouchesOnlyWhatItShould) {
-    ScratchFolder scratch;
-    WriteFile(scratch / "c.vexo",
-              BuildContainer({{"a.txt", {'n', 'e', 'w'}}, {"d\\b.txt", {'b'}}}));
-    WriteFile(scratch / "out/a.txt", {'o', 'l', 'd'});
-    std::string line =
-        std::regex_replace(GetParam().args, std::regex("\\{c\\}"), scratch / "c.vexo");
-    std::istringstream words(std::regex_replace(line, std::regex("\\{o\\}"), scratch / "out"));
-    const std::vector<std::string> args(std::istream_iterator<std::string>(words), {});
-    const auto result = RunCli(args, {}, GetParam().wrongPassphrase ? kWrong : kSecret);
-    EXPECT_EQ(result.status, GetParam().status);
-    EXPECT_EQ(result.err.substr(0, GetParam().err.size()), GetParam().err) << result.err;
-    EXPECT_EQ(ReadFile(scratch / "out/a.txt"), BytesFromString(GetParam().existing));
-    const bool restoredB = GetParam().status == 0 && GetParam().err.empty();
-    EXPECT_EQ(FilesBelow(scratch.Path()).size(), restoredB ? 3u : 2u);
-}
-
-const std::string kFailed = "kelvora-cli: ";
-const std::string kWrongPassphrase = "kelvora-cli: wrong passphrase\n";
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, FileCommandOutcome,
-    ::testing::Values(
-        OutcomeCase{"ExistingFile", "decrypt {c} -C {o}", false, 1, kFailed, "old"},
-        OutcomeCase{"SkipExisting", "decrypt {c} -C {o} --skip-existing", false, 0, "", "old"},
-        OutcomeCase{"Overwrite", "decrypt {c} -C {o} --overwrite", false, 0, "", "new"},
-        OutcomeCase{"BothAnswers", "decrypt {c} -C {o} --overwrite --skip-existing", false, 2,
-                    "kelvora-cli: --overwrite, --skip-existing and --rename", "old"},
-        OutcomeCase{"WrongPassphraseDecrypt", "decrypt {c} -C {o} --overwrite", true, 1,
-                    kWrongPassphrase, "old"},
-        OutcomeCase{"WrongPassphraseTest", "test {c}", true, 1, kWrongPassphrase, "old"},
-        OutcomeCase{"WrongPassphraseList", "list {c}", true, 1, kWrongPassphrase, "old"},
-        OutcomeCase{"ExistingContainer", "encrypt -o {c} {o}", false, 1, kFailed, "old"},
-        OutcomeCase{"NoContainer", "decrypt", false, 2, kFailed, "old"},
-        OutcomeCase{"NotAContainer", "test {o}/a.txt", false, 1, kFailed, "old"}),
-    [](const auto& info) { return info.param.name; });
-
 TEST(FileCommands, DecryptNamesEveryConflictBeforeWritingAndCanRename) {
     ScratchFolder scratch;
     WriteFile(
@@ -107,7 +55,7 @@ TEST(FileCommands, DecryptNamesEveryConflictBeforeWritingAndCanRename) {
         BuildContainer({{"a.txt", {'1'}}, {"b.txt", {'2'}}, {"c.txt", {'3'}}, {"b.txt", {'4'}}}));
     WriteFile(scratch / "out/c.txt", {'o'});
     const std::string out = scratch / "out";
-    const auto refused = RunCli({"decrypt", scratch / "c.vexo", "-C", out}, {}, kSecret);
+    const auto refused = RunInProcess({"decrypt", scratch / "c.vexo", "-C", out}, {}, kSecret);
     EXPECT_EQ(refused.status, 1);
     EXPECT_EQ(refused.err, "kelvora-cli: " + out + "/c.txt exists already\nkelvora-cli: " + out +
                                "/b.txt exists already\nkelvora-cli: 2 files exist already (use "
@@ -115,117 +63,109 @@ TEST(FileCommands, DecryptNamesEveryConflictBeforeWritingAndCanRename) {
     EXPECT_EQ(FilesBelow(out), std::vector<std::string>{"c.txt"});
 
     const auto skipped =
-        RunCli({"decrypt", scratch / "c.vexo", "-C", out, "--skip-existing"}, {}, kSecret);
+        RunInProcess({"decrypt", scratch / "c.vexo", "-C", out, "--skip-existing"}, {}, kSecret);
     EXPECT_EQ(skipped.status, 0);
     EXPECT_EQ(skipped.err, "kelvora-cli: skipped " + out +
                                "/c.txt: exists already\nkelvora-cli: skipped " + out +
                                "/b.txt: exists already\n");
 
     const auto renamed =
-        RunCli({"decrypt", scratch / "c.vexo", "-C", out, "--rename"}, {}, kSecret);
+        RunInProcess({"decrypt", scratch / "c.vexo", "-C", out, "--rename"}, {}, kSecret);
     EXPECT_EQ(renamed.status, 0) << renamed.err;
     EXPECT_EQ(FilesBelow(out),
               (std::vector<std::string>{"a (2).txt", "a.txt", "b (2).txt", "b (3).txt", "b.txt",
                                         "c (2).txt", "c.txt"}));
     EXPECT_EQ(ReadFile(out + "/b (3).txt"), BytesFromString("4"));
     EXPECT_EQ(ReadFile(out + "/c.txt"), BytesFromString("o"));
+
+    const auto replaced =
+        RunInProcess({"decrypt", scratch / "c.vexo", "-C", out, "--overwrite"}, {}, kSecret);
+    EXPECT_EQ(replaced.status, 0) << replaced.err;
+    EXPECT_EQ(ReadFile(out + "/c.txt"), BytesFromString("3"));
+    EXPECT_EQ(FilesBelow(out).size(), 7u);
 }
 
-TEST(FileCommands, NamesWithControlCharactersAreShownEscapedAndNeverCreated) {
+TEST(FileCommands, UnsafeNamesAreShownEscapedAndNeverCreatedAndTheRestRestored) {
     ScratchFolder scratch;
-    WriteFile(scratch / "c.vexo",
-              BuildContainer(
-                  {{"\x1b]0;pwned\x07.txt", {'t'}}, {"two\nlines", {'n'}}, {"fine.txt", {'f'}}}));
-    const auto listed = RunCli({"list", scratch / "c.vexo"}, {}, kSecret);
+    WriteFile(scratch / "c.vexo", BuildContainer({{"\x1b]0;pwned\x07.txt", {'t'}},
+                                                  {"two\nlines", {'n'}},
+                                                  {"..\\escape.txt", {'x'}},
+                                                  {"\\abs.txt", {'y'}},
+                                                  {"fine.txt", {'f'}}}));
+    const auto listed = RunInProcess({"list", scratch / "c.vexo"}, {}, kSecret);
     EXPECT_EQ(listed.status, 0);
-    EXPECT_EQ(listed.out, "1\t\\x1b]0;pwned\\x07.txt\n1\ttwo\\x0alines\n1\tfine.txt\n");
+    EXPECT_EQ(listed.out, "1\t\\x1b]0;pwned\\x07.txt\n1\ttwo\\x0alines\n1\t../escape.txt\n"
+                          "1\t/abs.txt\n1\tfine.txt\n");
     const auto decrypted =
-        RunCli({"decrypt", scratch / "c.vexo", "-C", scratch / "out"}, {}, kSecret);
+        RunInProcess({"decrypt", scratch / "c.vexo", "-C", scratch / "out"}, {}, kSecret);
     EXPECT_EQ(decrypted.status, 1);
+    EXPECT_EQ(decrypted.out, scratch / "out/fine.txt\n");
     EXPECT_EQ(decrypted.err.find('\x1b'), std::string::npos) << decrypted.err;
-    EXPECT_EQ(std::count(decrypted.err.begin(), decrypted.err.end(), '\n'), 3) << decrypted.err;
-    EXPECT_EQ(FilesBelow(scratch / "out"), std::vector<std::string>{"fine.txt"});
-}
-
-TEST(FileCommands, TestNamesTheDamagedFileAndChunk) {
-    ScratchFolder scratch;
-    Bytes container = BuildContainer({{"ok.txt", {'k'}}, {"big.bin", PatternBytes(2100000, 9)}});
-    container[container.size() - 200] ^= 1;
-    WriteFile(scratch / "c.vexo", container);
-    const auto result = RunCli({"test", scratch / "c.vexo"}, {}, kSecret);
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.err, "kelvora-cli: file 2 (big.bin), chunk 2 is damaged\n");
-    EXPECT_EQ(result.out, "");
-}
-
-TEST(FileCommands, HostileNamesAreRefusedAndTheRestRestored) {
-    ScratchFolder scratch;
-    WriteFile(
-        scratch / "c.vexo",
-        BuildContainer({{"..\\escape.txt", {'x'}}, {"\\abs.txt", {'y'}}, {"fine.txt", {'z'}}}));
-    const auto result = RunCli({"decrypt", scratch / "c.vexo", "-C", scratch / "out"}, {}, kSecret);
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.out, scratch / "out/fine.txt\n");
-    EXPECT_NE(result.err.find("../escape.txt: refused"), std::string::npos) << result.err;
+    EXPECT_NE(decrypted.err.find("kelvora-cli: ../escape.txt: refused, its stored name would leave "
+                                 "the output folder or holds control characters\n"),
+              std::string::npos)
+        << decrypted.err;
+    EXPECT_EQ(std::count(decrypted.err.begin(), decrypted.err.end(), '\n'), 5) << decrypted.err;
     EXPECT_EQ(FilesBelow(scratch.Path()), (std::vector<std::string>{"c.vexo", "out/fine.txt"}));
 }
 
 // Every command that writes a named output refuses an existing one unless --force, and
 // replaces it only with a complete file.
-struct ExistingOutputCase {
-    const char* name;
-    std::vector<std::string> args; // "{o}" is the existing output file
-    std::string input;
-    bool force;
-};
-
-class ExistingOutput : public ::testing::TestWithParam<ExistingOutputCase> {};
+class ExistingOutput : public ::testing::TestWithParam<std::pair<const char*, const char*>> {};
 
 TEST_P(ExistingOutput, IsRefusedUnlessForcedAndThenReplacedWhole) {
     ScratchFolder scratch;
-    WriteFile(scratch / "existing.txt", {'o', 'l', 'd'});
-    std::vector<std::string> args = GetParam().args;
-    std::replace(args.begin(), args.end(), std::string("{o}"), scratch / "existing.txt");
-    if (GetParam().force) {
-        args.push_back("--force");
-    }
-    // "{armoured}" stands for a text encrypted by the program itself.
-    const std::string input = GetParam().input == "{armoured}"
-                                  ? RunCli({"encrypt-text"}, "hello", kSecret).out
-                                  : GetParam().input;
-    const auto result = RunCli(args, input, kSecret);
-    const Bytes after = ReadFile(scratch / "existing.txt");
-    EXPECT_EQ(FilesBelow(scratch.Path()), std::vector<std::string>{"existing.txt"});
-    if (GetParam().force) {
-        EXPECT_EQ(result.status, 0) << result.err;
-        EXPECT_NE(after, BytesFromString("old"));
-    } else {
-        EXPECT_EQ(result.status, 1);
-        EXPECT_EQ(result.err, "kelvora-cli: " + scratch / "existing.txt" +
-                                  " exists already (use --force to replace it)\n");
-        EXPECT_EQ(after, BytesFromString("old"));
+    WriteFile(scratch / "in.txt", {'i', 'n'});
+    // The input is a text the program encrypted: plain text for some, armour for others.
+    const std::string input = RunInProcess({"encrypt-text"}, "hello", kSecret).out;
+    for (const bool force : {false, true}) {
+        WriteFile(scratch / "existing", {'o', 'l', 'd'});
+        auto args =
+            Words(GetParam().second, {{"{o}", scratch / "existing"}, {"{in}", scratch / "in.txt"}});
+        if (force) {
+            args.push_back("--force");
+        }
+        const auto result = RunInProcess(args, input, kSecret);
+        EXPECT_EQ(FilesBelow(scratch.Path()), (std::vector<std::string>{"existing", "in.txt"}));
+        EXPECT_EQ(ReadFile(scratch / "existing") == BytesFromString("old"), !force);
+        EXPECT_EQ(result.status, force ? 0 : 1) << result.err;
+        EXPECT_EQ(result.err, force ? ""
+                                    : "kelvora-cli: " + scratch / "existing" +
+                                          " exists already (use --force to replace it)\n");
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Cases, ExistingOutput,
-    ::testing::Values(
-        ExistingOutputCase{"EncryptText", {"encrypt-text", "-o", "{o}"}, "hello", false},
-        ExistingOutputCase{"EncryptTextForced", {"encrypt-text", "-o", "{o}"}, "hello", true},
-        ExistingOutputCase{"DecryptText", {"decrypt-text", "-o", "{o}"}, "{armoured}", false},
-        ExistingOutputCase{"DecryptTextForced", {"decrypt-text", "-o", "{o}"}, "{armoured}", true}),
-    [](const auto& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(Commands, ExistingOutput,
+                         ::testing::Values(std::pair{"EncryptText", "encrypt-text -o {o}"},
+                                           std::pair{"DecryptText", "decrypt-text -o {o}"},
+                                           std::pair{"Encrypt", "encrypt -o {o} {in}"},
+                                           std::pair{"EncryptInput", "encrypt --name n -o {o} -"}),
+                         [](const auto& info) { return std::string(info.param.first); });
 
-TEST(FileCommands, EncryptNeverMakesAnInputItsContainer) {
+// Special files never make a file command wait: they are named and left out, or refused.
+TEST(SpecialFiles, AreLeftOutOrRefusedWithoutWaiting) {
     ScratchFolder scratch;
+    ASSERT_EQ(::mkfifo((scratch / "fifo").c_str(), 0600), 0);
     WriteFile(scratch / "a.txt", {'a'});
-    WriteFile(scratch / "b.txt", {'b'});
-    const auto result = RunCli(
-        {"encrypt", "--force", "-o", scratch / "a.txt", scratch / "a.txt", scratch / "b.txt"}, {},
-        kSecret);
-    EXPECT_EQ(result.status, 1);
-    EXPECT_NE(result.err.find("one of the inputs"), std::string::npos) << result.err;
-    EXPECT_EQ(ReadFile(scratch / "a.txt"), BytesFromString("a"));
+    const auto encrypted = RunInProcess(
+        {"encrypt", "-o", scratch / "c.vexo", scratch / "fifo", scratch / "a.txt"}, "", kSecret);
+    EXPECT_EQ(encrypted.status, 1);
+    EXPECT_EQ(encrypted.err, "kelvora-cli: " + scratch / "fifo" +
+                                 ": refused, not a regular file (a FIFO, socket or device)\n"
+                                 "kelvora-cli: 1 entry was left out (named above)\n");
+    EXPECT_EQ(RunInProcess({"list", scratch / "c.vexo"}, "", kSecret).out, "1\ta.txt\n");
+    for (const char* command : {"list", "test", "decrypt"}) {
+        const auto read = RunInProcess({command, scratch / "fifo"}, "", kSecret);
+        EXPECT_EQ(read.status, 1) << command;
+        EXPECT_NE(read.err.find("not a regular file"), std::string::npos) << read.err;
+    }
+    // A file that reads as empty but holds data is not stored empty.
+    const auto proc =
+        RunInProcess({"encrypt", "-o", scratch / "p.vexo", "/proc/self/status"}, "", kSecret);
+    EXPECT_EQ(proc.status, 1);
+    EXPECT_NE(proc.err.find("/proc/self/status: refused, its size is not known"), std::string::npos)
+        << proc.err;
+    EXPECT_FALSE(PathExists(scratch / "p.vexo"));
 }
 
 struct ProgressCase {

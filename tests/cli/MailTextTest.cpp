@@ -1,13 +1,13 @@
-#include "InProcess.h"
+#include "CliRun.h"
 
 #include <gtest/gtest.h>
 
 namespace kelvora {
 namespace {
 
-using testing::RunInProcess;
+using namespace kelvora::testing;
 
-const std::map<std::string, std::string> kSecret = {{"KELVORA_PASSPHRASE", "mail secret"}};
+const Env kSecret = {{"KELVORA_PASSPHRASE", "mail secret"}};
 
 std::string Encrypted(const std::string& text) {
     const auto result = RunInProcess({"encrypt-text", "--lang", "en"}, text, kSecret);

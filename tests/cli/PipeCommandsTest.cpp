@@ -1,4 +1,4 @@
-#include "InProcess.h"
+#include "CliRun.h"
 #include "files/ContainerFormat.h"
 #include "files/FileTestSupport.h"
 
@@ -9,57 +9,46 @@ namespace {
 
 using namespace kelvora::testing;
 
-const std::map<std::string, std::string> kSecret = {{"KELVORA_PASSPHRASE", kPassphrase}};
-
-std::string Text(const Bytes& bytes) {
-    return std::string(bytes.begin(), bytes.end());
-}
+const Env kSecret = {{"KELVORA_PASSPHRASE", kPassphrase}};
 
 // The first chunk's room beside the stored names "f0", "f1", ...
 constexpr std::size_t kRoom = FirstChunkRoom(2);
 
-struct PipeCase {
-    const char* name;
-    std::vector<std::size_t> sizes;
-};
-
-class ReadFromAPipe : public ::testing::TestWithParam<PipeCase> {};
-
-TEST_P(ReadFromAPipe, EqualsReadingTheFile) {
+// A container read from a pipe gives what the file gives, past an exactly full chunk and an
+// empty file; a container streamed to standard output is the written one but for the salts.
+TEST(PipeCommands, ReadingAndWritingAPipeEqualsReadingAndWritingTheFile) {
     ScratchFolder scratch;
-    std::vector<std::string> inputs;
-    for (std::size_t i = 0; i < GetParam().sizes.size(); ++i) {
-        inputs.push_back(scratch / ("in/f" + std::to_string(i)));
-        WriteFile(inputs.back(), PatternBytes(GetParam().sizes[i], static_cast<std::uint32_t>(i)));
+    const std::vector<std::size_t> sizes = {kRoom + kChunkBytes, 10, 0};
+    std::vector<std::string> encrypt = {"encrypt", "-o", "-"};
+    for (std::size_t i = 0; i < sizes.size(); ++i) {
+        encrypt.push_back(scratch / ("in/f" + std::to_string(i)));
+        WriteFile(encrypt.back(), PatternBytes(sizes[i], static_cast<std::uint32_t>(i)));
     }
-    std::vector<std::string> encrypt = {"encrypt", "-o", scratch / "c.vexo"};
-    encrypt.insert(encrypt.end(), inputs.begin(), inputs.end());
+    const auto streamed = RunInProcess(encrypt, "", kSecret);
+    ASSERT_EQ(streamed.status, 0) << streamed.err;
+    encrypt[2] = scratch / "c.vexo";
     ASSERT_EQ(RunInProcess(encrypt, "", kSecret).status, 0);
-    const std::string container = Text(ReadFile(scratch / "c.vexo"));
-
+    ASSERT_EQ(streamed.out.size(), ReadFile(scratch / "c.vexo").size());
     for (const char* command : {"list", "test"}) {
         const auto fromFile = RunInProcess({command, scratch / "c.vexo"}, "", kSecret);
-        const auto fromPipe = RunInProcess({command, "-"}, container, kSecret);
+        const auto fromPipe = RunInProcess({command, "-"}, streamed.out, kSecret);
         EXPECT_EQ(fromPipe.status, 0) << fromPipe.err;
         EXPECT_EQ(fromPipe.out, fromFile.out) << command;
         EXPECT_EQ(fromPipe.err, "");
     }
-    const auto restored = RunInProcess({"decrypt", "-", "-C", scratch / "out"}, container, kSecret);
+    const auto restored =
+        RunInProcess({"decrypt", "-", "-C", scratch / "out"}, streamed.out, kSecret);
     EXPECT_EQ(restored.status, 0) << restored.err;
-    for (std::size_t i = 0; i < inputs.size(); ++i) {
-        EXPECT_EQ(ReadFile(scratch / ("out/f" + std::to_string(i))), ReadFile(inputs[i])) << i;
+    EXPECT_EQ(FilesBelow(scratch / "out"), (std::vector<std::string>{"f0", "f1", "f2"}));
+    for (std::size_t i = 0; i < sizes.size(); ++i) {
+        const std::string name = "f" + std::to_string(i);
+        EXPECT_EQ(ReadFile(scratch / ("out/" + name)), ReadFile(scratch / ("in/" + name))) << i;
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Sizes, ReadFromAPipe,
-    ::testing::Values(PipeCase{"Empty", {0}}, PipeCase{"RoomLessOne", {kRoom - 1}},
-                      PipeCase{"RoomPlusOne", {kRoom + 1}},
-                      PipeCase{"ExactMultipleThenAnother", {kRoom + kChunkBytes, 10, 0}}),
-    [](const auto& info) { return info.param.name; });
-
 TEST(PipeCommands, IndexThatDiffersFromTheRecordsIsReported) {
-    const std::string container = Text(BuildContainer({{"a", {'1'}}, {"b", {'2'}}}, {68, 68, 100}));
+    const std::string container =
+        StringFromBytes(BuildContainer({{"a", {'1'}}, {"b", {'2'}}}, {68, 68, 100}));
     const auto result = RunInProcess({"test", "-"}, container, kSecret);
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.out, "");
@@ -106,18 +95,23 @@ TEST(PipeCommands, KeepGoingRestoresTheIntactFilesOfATruncatedContainer) {
     EXPECT_EQ(ReadFile(scratch / "out/bg.partial"), Bytes(big.begin(), big.begin() + kRoom));
 }
 
+struct PipeCase {
+    const char* name;
+    std::size_t size;
+};
+
 class EncryptFromAPipe : public ::testing::TestWithParam<PipeCase> {};
 
 // Standard input stored as "f0" gives the container a file "f0" of the same bytes gives, but
 // for the salts: same length, same index; both read back to the bytes.
 TEST_P(EncryptFromAPipe, EqualsEncryptingTheFile) {
     ScratchFolder scratch;
-    const Bytes data = PatternBytes(GetParam().sizes[0], 3);
+    const Bytes data = PatternBytes(GetParam().size, 3);
     WriteFile(scratch / "f0", data);
     const auto fromFile = RunInProcess({"encrypt", "-o", "-", scratch / "f0"}, "", kSecret);
     ASSERT_EQ(fromFile.status, 0) << fromFile.err;
     const auto fromPipe =
-        RunInProcess({"encrypt", "--name", "f0", "-o", "-", "-"}, Text(data), kSecret);
+        RunInProcess({"encrypt", "--name", "f0", "-o", "-", "-"}, StringFromBytes(data), kSecret);
     ASSERT_EQ(fromPipe.status, 0) << fromPipe.err;
     ASSERT_EQ(fromPipe.out.size(), fromFile.out.size());
     EXPECT_NE(fromPipe.out, fromFile.out);
@@ -129,65 +123,15 @@ TEST_P(EncryptFromAPipe, EqualsEncryptingTheFile) {
     EXPECT_EQ(indexOf(fromPipe.out), indexOf(fromFile.out));
     WriteFile(scratch / "c.vexo", BytesFromString(fromPipe.out));
     EXPECT_EQ(RunInProcess({"decrypt", "-o", "-", scratch / "c.vexo"}, "", kSecret).out,
-              Text(data));
+              StringFromBytes(data));
     EXPECT_EQ(RunInProcess({"test", scratch / "c.vexo"}, "", kSecret).out, "OK\n");
 }
 
 INSTANTIATE_TEST_SUITE_P(Sizes, EncryptFromAPipe,
-                         ::testing::Values(PipeCase{"Empty", {0}}, PipeCase{"Room", {kRoom}},
-                                           PipeCase{"RoomPlusOne", {kRoom + 1}},
-                                           PipeCase{"ExactMultiple", {kRoom + kChunkBytes}}),
+                         ::testing::Values(PipeCase{"Empty", 0}, PipeCase{"Room", kRoom},
+                                           PipeCase{"RoomPlusOne", kRoom + 1},
+                                           PipeCase{"ExactMultiple", kRoom + kChunkBytes}),
                          [](const auto& info) { return info.param.name; });
-
-TEST(PipeCommands, StreamedContainerEqualsTheWrittenOneButForTheSalts) {
-    ScratchFolder scratch;
-    WriteFile(scratch / "in/a", PatternBytes(kRoom + 5, 1));
-    WriteFile(scratch / "in/b", PatternBytes(100, 2, true));
-    const auto streamed = RunInProcess({"encrypt", "-o", "-", scratch / "in"}, "", kSecret);
-    ASSERT_EQ(streamed.status, 0) << streamed.err;
-    ASSERT_EQ(
-        RunInProcess({"encrypt", "-o", scratch / "c.vexo", scratch / "in"}, "", kSecret).status, 0);
-    const std::string written = Text(ReadFile(scratch / "c.vexo"));
-    ASSERT_EQ(streamed.out.size(), written.size());
-    EXPECT_EQ(RunInProcess({"list", "-"}, streamed.out, kSecret).out,
-              RunInProcess({"list", scratch / "c.vexo"}, "", kSecret).out);
-}
-
-struct RefusalCase {
-    const char* name;
-    std::vector<std::string> args;
-    std::string error;
-};
-
-class PipeRefusal : public ::testing::TestWithParam<RefusalCase> {};
-
-TEST_P(PipeRefusal, IsAUsageError) {
-    const auto result = RunInProcess(GetParam().args, "", kSecret);
-    EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.err, "kelvora-cli: " + GetParam().error + "\n");
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, PipeRefusal,
-    ::testing::Values(
-        RefusalCase{"BothFromStandardInput",
-                    {"test", "-", "-p", "-"},
-                    "the container and the passphrase cannot both come from standard input"},
-        RefusalCase{
-            "PartialAlone", {"decrypt", "c.vexo", "--partial"}, "--partial goes with --keep-going"},
-        RefusalCase{"OutputFile",
-                    {"decrypt", "c.vexo", "-o", "x"},
-                    "-o takes only '-' (standard output); restore into a folder with -C DIR"},
-        RefusalCase{"StandardInputWithOthers",
-                    {"encrypt", "-o", "x.vexo", "-", "a"},
-                    "standard input ('-') can only be encrypted alone"},
-        RefusalCase{"StandardInputUnnamed",
-                    {"encrypt", "-o", "x.vexo", "-"},
-                    "name the file read from standard input with --name NAME"},
-        RefusalCase{"NameWithoutStandardInput",
-                    {"encrypt", "--name", "x", "a"},
-                    "--name names standard input ('-'), which is not given"}),
-    [](const auto& info) { return info.param.name; });
 
 } // namespace
 } // namespace kelvora

@@ -1,6 +1,10 @@
-#include "ProcessRunner.h"
+#include "CliRun.h"
+#include "common/LineBreaks.h"
+#include "common/Random.h"
 #include "common/TempFolder.h"
+#include "crypto/CRijndael.h"
 #include "crypto/KeyRules.h"
+#include "i18n/Catalogue.h"
 #include "text/EncryptedText.h"
 
 #include <gtest/gtest.h>
@@ -8,219 +12,213 @@
 namespace kelvora {
 namespace {
 
-using testing::RunCli;
+using namespace kelvora::testing;
 
-const std::map<std::string, std::string> kSecret = {{"KELVORA_PASSPHRASE", "correct horse"}};
+const Env kSecret = {{"KELVORA_PASSPHRASE", "secret"}};
+const std::string kUnholdable = "' (U+03B1) at character ";
+constexpr const char* kLongWarning = "kelvora-cli: warning: the passphrase is longer than 32 "
+                                     "characters: only the first 32 characters are used\n";
 
-// A text made by the format's hand-built fixture: "Hi" in English under "secret".
-constexpr const char* kHiUnderSecret =
-    "HlsrjuX5+MdfLK9r2m8rDRV1R85+uTQsF/KUu7a3bQdYxA7YvWeS1fPaUB1dyehhplkyAivsbBvp\n"
-    "MUWQUIOkOH5svjcgVxzm9yqPRt8bDmySz988vGwqMQzxJL1tm+OYvK6useHP8Dezt6+U82aNFiJT\n"
-    "oHftgoQRQpXw43rOzBo=\n";
-
-struct LanguageCase {
-    const char* code;
-    const char* bannerStart;
+// KeyFiles holds one file per key; Args names them in order for --key-file.
+struct KeyFiles {
+    TempFolder folder;
+    std::string args;
+    explicit KeyFiles(const std::vector<std::string>& keys) {
+        for (std::size_t i = 0; i < keys.size(); ++i) {
+            args += " --key-file " + folder.Write("k" + std::to_string(i), keys[i] + "\n").string();
+        }
+    }
 };
 
-class TextRoundTrip : public ::testing::TestWithParam<LanguageCase> {};
+SecretBytes SharedKey(std::vector<std::string> keys) {
+    return BuildKey(keys).key;
+}
+
+std::string DecryptedBy(const SecretBytes& key, const std::string& armoured) {
+    CRijndael cipher;
+    return std::string(UpToFirstNul(DecryptText(cipher, key.bytes(), ToCrLf(armoured)).text));
+}
+
+class TextRoundTrip : public ::testing::TestWithParam<std::pair<const char*, const char*>> {};
 
 TEST_P(TextRoundTrip, EncryptsAndDecryptsWithTheBannerOfTheLanguage) {
     const std::string text = "Gr\xC3\xBC\xC3\x9F"
                              "e aus K\xC3\xB6ln\nzweite Zeile \xE2\x82\xAC\n";
-    const auto encrypted = RunCli({"encrypt-text", "--lang", GetParam().code}, text, kSecret);
+    const auto encrypted =
+        RunInProcess({"encrypt-text", "--lang", GetParam().first}, text, kSecret);
     ASSERT_EQ(encrypted.status, 0) << encrypted.err;
-    EXPECT_EQ(encrypted.out.back(), '\n');
-    EXPECT_NE(encrypted.out.substr(encrypted.out.size() - 2), "\n\n");
+    EXPECT_TRUE(encrypted.out.ends_with('\n') && !encrypted.out.ends_with("\n\n"));
     for (std::size_t start = 0, end; (end = encrypted.out.find('\n', start)) != std::string::npos;
          start = end + 1) {
         EXPECT_LE(end - start, 76u);
     }
-
-    const auto decrypted = RunCli({"decrypt-text"}, encrypted.out, kSecret);
-    ASSERT_EQ(decrypted.status, 0) << decrypted.err;
-    EXPECT_TRUE(decrypted.out.starts_with(GetParam().bannerStart)) << decrypted.out;
+    const auto decrypted = RunInProcess({"decrypt-text"}, encrypted.out, kSecret);
+    EXPECT_TRUE(decrypted.out.starts_with(GetParam().second)) << decrypted.out;
     EXPECT_EQ(decrypted.out.substr(decrypted.out.find('\n') + 1), text);
-
-    const auto bare = RunCli({"decrypt-text", "--no-banner"}, encrypted.out, kSecret);
-    EXPECT_EQ(bare.out, text);
+    EXPECT_EQ(RunInProcess({"decrypt-text", "--no-banner"}, encrypted.out, kSecret).out, text);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Languages, TextRoundTrip,
-    ::testing::Values(LanguageCase{"de", "Dieser Text wurde mit Kelvora Portable (kostenlos) "
-                                         "verschl\xC3\xBCsselt - http"},
-                      LanguageCase{"en", "This text has been encrypted with Kelvora"},
-                      LanguageCase{"es", "Este texto ha sido encriptado con Kelvora"},
-                      LanguageCase{"fr", "Ce texte a \xC3\xA9t\xC3\xA9 chiffr\xC3\xA9 avec"}),
-    [](const auto& info) { return std::string(info.param.code); });
+    ::testing::Values(
+        std::pair{"de", "Dieser Text wurde mit Kelvora Portable (kostenlos) verschl\xC3\xBCsselt"},
+        std::pair{"en", "This text has been encrypted with Kelvora"},
+        std::pair{"es", "Este texto ha sido encriptado con Kelvora"},
+        std::pair{"fr", "Ce texte a \xC3\xA9t\xC3\xA9 chiffr\xC3\xA9 avec"}),
+    [](const auto& info) { return std::string(info.param.first); });
 
-TEST(TextCommands, DecryptsTheHandBuiltText) {
-    const auto result =
-        RunCli({"decrypt-text"}, kHiUnderSecret, {{"KELVORA_PASSPHRASE", "secret"}});
-    ASSERT_EQ(result.status, 0) << result.err;
-    EXPECT_EQ(result.out, "This text has been encrypted with Kelvora Portable (free!) - "
-                          "http://www.kelvora.net\nHi");
+TEST(TextCommands, DecryptsTheHandBuiltTextAndForceShowsWhatAWrongOneGives) {
+    EXPECT_EQ(RunInProcess({"decrypt-text"}, kHiUnderSecret, kSecret).out,
+              "This text has been encrypted with Kelvora Portable (free!) - "
+              "http://www.kelvora.net\nHi");
+    const auto forced = RunInProcess({"decrypt-text", "--force"}, kHiUnderSecret, Passphrase("S"));
+    EXPECT_EQ(forced.status, 0);
+    EXPECT_EQ(forced.err, "");
 }
 
-TEST(TextCommands, TakesThePassphraseFromTheFirstSourceGiven) {
-    testing::TempFolder folder;
+TEST(TextCommands, TakesThePassphraseFromTheFirstSourceGivenAndFilesFromOptions) {
+    TempFolder folder;
     const auto file = folder.Write("pass.txt", "from file\r\nsecond line ignored\n");
-    const auto encrypted =
-        RunCli({"encrypt-text", "-p", file.string()}, "hello", {{"KELVORA_PASSPHRASE", "env"}});
+    const auto plain = folder.Write("plain.txt", "line one\nline two\n");
+    const std::string armoured = (folder.path() / "text.asc").string();
+    const auto encrypted = RunInProcess(
+        Words("encrypt-text -p " + file.string() + " -i " + plain.string() + " -o " + armoured), "",
+        Passphrase("env"));
     ASSERT_EQ(encrypted.status, 0) << encrypted.err;
-
-    EXPECT_EQ(RunCli({"decrypt-text", "--no-banner"}, encrypted.out,
-                     {{"KELVORA_PASSPHRASE", "from file"}})
-                  .out,
-              "hello");
+    EXPECT_EQ(
+        RunInProcess(Words("decrypt-text --no-banner -i " + armoured), "", Passphrase("from file"))
+            .out,
+        "line one\nline two\n");
     // "-p -": the first line of standard input is the passphrase, the rest the text.
-    const auto fromStdin =
-        RunCli({"decrypt-text", "--no-banner", "-p", "-"}, "from file\n" + encrypted.out);
-    EXPECT_EQ(fromStdin.out, "hello");
+    EXPECT_EQ(RunInProcess(Words("decrypt-text --no-banner -p -"),
+                           "from file\n" + TempFolder::Read(armoured))
+                  .out,
+              "line one\nline two\n");
 }
 
-TEST(TextCommands, SharedKeysDecryptWhatTheirCombinedKeyEncrypted) {
-    // The digests of these keys hold the bytes 0x81, 0x8D, 0x8F, 0x90 and 0x9D, which
-    // Windows-1252 leaves undefined: they must reach the cipher unchanged.
-    const std::vector<std::string> keys = {"alpha49", "beta1471"};
-    CRijndael cipher;
-    SystemRandom random;
-    const TextResult made =
-        EncryptText(cipher, BuildKey(keys).key.bytes(), WithBanner(900, "shared"), random);
-    testing::TempFolder folder;
-    const auto key1 = folder.Write("k1", "alpha49\n");
-    const auto key2 = folder.Write("k2", "beta1471\n");
-    const auto empty = folder.Write("k3", "\n");
-
-    const auto right = RunCli(
-        {"decrypt-text", "--no-banner", "--key-file", key1.string(), "--key-file", key2.string()},
-        made.text);
-    EXPECT_EQ(right.status, 0) << right.err;
-    EXPECT_EQ(right.out, "shared");
-
-    const auto swapped = RunCli(
-        {"decrypt-text", "--key-file", key2.string(), "--key-file", key1.string()}, made.text);
-    EXPECT_EQ(swapped.status, 1);
-
-    const auto withEmpty = RunCli(
-        {"decrypt-text", "--key-file", key1.string(), "--key-file", empty.string()}, made.text);
-    EXPECT_EQ(withEmpty.status, 2);
-    EXPECT_EQ(withEmpty.err, "kelvora-cli: key 2 is empty\n");
-
-    std::vector<std::string> eleven = {"decrypt-text"};
-    for (int i = 0; i < 11; ++i) {
-        eleven.insert(eleven.end(), {"--key-file", key1.string()});
-    }
-    EXPECT_EQ(RunCli(eleven, made.text).status, 2);
-}
-
-struct FailureCase {
+// The terminal is asked when no other source is given: twice to encrypt, once otherwise.
+struct PromptCase {
     const char* name;
-    std::vector<std::string> args;
-    std::string input;
-    std::map<std::string, std::string> env;
+    const char* command;
+    const char* answers; // the lines typed, split at blanks
+    std::size_t asked;
     int status;
-    std::string error;
+    const char* error;
 };
 
-class TextFailure : public ::testing::TestWithParam<FailureCase> {};
+class TerminalPassphrase : public ::testing::TestWithParam<PromptCase> {};
 
-TEST_P(TextFailure, FailsWithOneErrorLineAndNoOutput) {
-    const auto result = RunCli(GetParam().args, GetParam().input, GetParam().env);
+TEST_P(TerminalPassphrase, IsAskedAndCheckedAsTyped) {
+    ScriptedPrompt prompt(Words(GetParam().answers));
+    std::istringstream in(std::string(GetParam().command) == "encrypt-text" ? "x" : kHiUnderSecret);
+    const auto result = RunInProcess(Words(GetParam().command), in, {}, &prompt);
     EXPECT_EQ(result.status, GetParam().status);
-    EXPECT_EQ(result.out, "");
-    EXPECT_TRUE(result.err.starts_with("kelvora-cli: " + GetParam().error)) << result.err;
-    EXPECT_EQ(result.err.find('\n'), result.err.size() - 1) << result.err;
+    EXPECT_EQ(result.err,
+              *GetParam().error ? "kelvora-cli: " + std::string(GetParam().error) + "\n" : "");
+    ASSERT_EQ(prompt.asked.size(), GetParam().asked);
+    EXPECT_EQ(prompt.asked[0], "Passphrase: ");
+    if (GetParam().asked == 2) {
+        EXPECT_EQ(prompt.asked[1], "Repeat the passphrase: ");
+    }
+    if (result.status == 0 && prompt.asked.size() == 2) {
+        EXPECT_EQ(RunInProcess({"decrypt-text", "--no-banner"}, result.out, kSecret).out, "x");
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Table, TextFailure,
+    Cases, TerminalPassphrase,
     ::testing::Values(
-        FailureCase{"WrongPassphrase",
-                    {"decrypt-text"},
-                    kHiUnderSecret,
-                    {{"KELVORA_PASSPHRASE", "Secret"}},
-                    1,
-                    "wrong passphrase, or not a Kelvora text"},
-        FailureCase{"Truncated",
-                    {"decrypt-text"},
-                    std::string(kHiUnderSecret).substr(0, 100),
-                    {{"KELVORA_PASSPHRASE", "secret"}},
-                    1,
-                    "not a Kelvora text"},
-        FailureCase{"NotBase64",
-                    {"decrypt-text"},
-                    "Hello, this is no secret at all.",
-                    {{"KELVORA_PASSPHRASE", "secret"}},
-                    1,
-                    "not a Kelvora text"},
-        FailureCase{"EmptyInput",
-                    {"decrypt-text"},
-                    "\n",
-                    {{"KELVORA_PASSPHRASE", "secret"}},
-                    1,
-                    "the input holds no encrypted text"},
-        FailureCase{"EmptyText",
-                    {"encrypt-text"},
-                    "",
-                    {{"KELVORA_PASSPHRASE", "secret"}},
-                    1,
-                    "the text to encrypt is empty"},
-        FailureCase{"NoPassphraseSource", {"decrypt-text"}, kHiUnderSecret, {}, 2, "no passphrase"},
-        FailureCase{"EmptyPassphrase",
-                    {"encrypt-text"},
-                    "x",
-                    {{"KELVORA_PASSPHRASE", ""}},
-                    2,
-                    "the passphrase is empty"},
-        FailureCase{"MissingPassphraseFile",
-                    {"encrypt-text", "-p", "/nonexistent/pass"},
-                    "x",
-                    {},
-                    2,
-                    "cannot read /nonexistent/pass"},
-        FailureCase{"UnknownLanguage",
-                    {"encrypt-text", "--lang", "it"},
-                    "x",
-                    kSecret,
-                    2,
-                    "--lang takes de, en, es or fr"},
-        FailureCase{"UnknownOption",
-                    {"decrypt-text", "--passphrase", "x"},
-                    "",
-                    {},
-                    2,
-                    "unknown option '--passphrase'"},
-        FailureCase{"StrayOperand",
-                    {"encrypt-text", "file.txt"},
-                    "",
-                    kSecret,
-                    2,
-                    "unexpected argument 'file.txt'"},
-        FailureCase{"UnknownCommand", {"encrypt-all"}, "", {}, 2, "unknown command"}),
+        PromptCase{"Repeated", "encrypt-text", "secret secret", 2, 0, ""},
+        PromptCase{"Mismatch", "encrypt-text", "secret Secret", 2, 2, "the two passphrases differ"},
+        PromptCase{"EndWhenRepeating", "encrypt-text", "secret", 2, 2,
+                   "the two passphrases differ"},
+        PromptCase{"EndOfInput", "encrypt-text", "", 1, 2, "no passphrase was entered"},
+        PromptCase{"DecryptAsksOnce", "decrypt-text", "secret", 1, 0, ""},
+        PromptCase{"RateAsksOnce", "rate", "abcdefghij", 1, 0, ""}),
     [](const auto& info) { return info.param.name; });
 
-TEST(TextCommands, ForcePrintsWhatAWrongPassphraseGives) {
-    const auto result =
-        RunCli({"decrypt-text", "--force"}, kHiUnderSecret, {{"KELVORA_PASSPHRASE", "Secret"}});
-    EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.err, "");
+// The digests of these keys hold the bytes 0x81, 0x8D, 0x8F, 0x90 and 0x9D, which
+// Windows-1252 leaves undefined: they must reach the cipher unchanged, both ways.
+TEST(KeySource, KeyFilesEncryptAndDecryptUnderTheSharedKeyRule) {
+    const KeyFiles keys({"alpha49", "beta1471"});
+    const auto encrypted = RunInProcess(Words("encrypt-text --lang de" + keys.args), "geteilt");
+    ASSERT_EQ(encrypted.status, 0) << encrypted.err;
+    EXPECT_EQ(encrypted.err, "");
+    const std::string opened = DecryptedBy(SharedKey({"alpha49", "beta1471"}), encrypted.out);
+    EXPECT_TRUE(StartsWithBanner(opened) && opened.ends_with("\r\ngeteilt")) << opened;
+    // The keys' order counts, and the single rule gives another key.
+    EXPECT_FALSE(StartsWithBanner(DecryptedBy(SharedKey({"beta1471", "alpha49"}), encrypted.out)));
+    EXPECT_FALSE(StartsWithBanner(DecryptedBy(MakePassphraseKey("alpha49"), encrypted.out)));
+
+    CRijndael cipher;
+    SystemRandom random;
+    const TextResult made = EncryptText(cipher, SharedKey({"alpha49", "beta1471"}).bytes(),
+                                        WithBanner(900, "shared"), random);
+    EXPECT_EQ(RunInProcess(Words("decrypt-text --no-banner" + keys.args), made.text).out, "shared");
+    const KeyFiles swapped({"beta1471", "alpha49"});
+    EXPECT_EQ(RunInProcess(Words("decrypt-text" + swapped.args), made.text).status, 1);
 }
 
-TEST(TextCommands, WritesAndReadsFilesGivenWithOptions) {
-    testing::TempFolder folder;
-    const auto plain = folder.Write("plain.txt", "line one\nline two\n");
-    const auto armoured = folder.path() / "text.asc";
-    const auto back = folder.path() / "back.txt";
-    ASSERT_EQ(
-        RunCli({"encrypt-text", "-i", plain.string(), "-o", armoured.string()}, "", kSecret).status,
-        0);
-    ASSERT_EQ(RunCli({"decrypt-text", "--no-banner", "-o", back.string(), "-i", armoured.string()},
-                     "", kSecret)
-                  .status,
-              0);
-    EXPECT_EQ(testing::TempFolder::Read(back), "line one\nline two\n");
+TEST(KeySource, ThreeKeyFilesMakeAContainerOnlyTheSameKeysInOrderOpen) {
+    const KeyFiles keys({"eins", "zwei", "drei"});
+    const KeyFiles reordered({"zwei", "eins", "drei"});
+    const auto plain = keys.folder.Write("in/note.txt", "shared contents\n");
+    const std::string container = (keys.folder.path() / "c.vexo").string();
+    const auto made =
+        RunInProcess(Words("encrypt -o " + container + " " + plain.string() + keys.args));
+    ASSERT_EQ(made.status, 0) << made.err;
+    EXPECT_EQ(RunInProcess(Words("test " + container + keys.args)).out, "OK\n");
+    EXPECT_EQ(RunInProcess(Words("test " + container + reordered.args)).status, 1);
+    EXPECT_EQ(RunInProcess({"test", container}, "", Passphrase("eins")).status, 1);
+}
+
+TEST(KeySource, ReplacingUnsupportedCharactersSaysHowMany) {
+    const auto encrypted = RunInProcess({"encrypt-text", "--replace-unsupported"},
+                                        "a" + kEmoji + std::string("b\0c?", 4) + kGreek, kSecret);
+    ASSERT_EQ(encrypted.status, 0) << encrypted.err;
+    EXPECT_EQ(encrypted.err, "kelvora-cli: warning: 5 characters of the text replaced by \"?\"\n");
+    EXPECT_EQ(RunInProcess({"decrypt-text", "--no-banner"}, encrypted.out, kSecret).out,
+              "a?b?c????");
+}
+
+TEST(KeySource, DecryptionTakesWhatTheKeyCannotHoldWithAWarning) {
+    // A text made elsewhere under "αβγ" was made with the key "???": it must keep opening.
+    CRijndael cipher;
+    SystemRandom random;
+    const TextResult made = EncryptText(cipher, MakePassphraseKey("???").bytes(),
+                                        WithBanner(kEnglish, "made elsewhere"), random);
+    const auto opened =
+        RunInProcess({"decrypt-text", "--no-banner"}, made.text, Passphrase(kGreek));
+    EXPECT_EQ(opened.out, "made elsewhere");
+    EXPECT_EQ(opened.err, "kelvora-cli: warning: the passphrase holds '" + kAlpha + kUnholdable +
+                              "1, which a key cannot hold (it becomes \"?\")\n");
+}
+
+TEST(KeySource, PassphrasesLongerThanTheKeyAreUsedWithAWarning) {
+    const std::string first32(32, 'x');
+    const auto encrypted = RunInProcess({"encrypt-text"}, "long", Passphrase(first32 + "ignored"));
+    ASSERT_EQ(encrypted.status, 0);
+    EXPECT_EQ(encrypted.err, kLongWarning);
+    const auto exact =
+        RunInProcess({"decrypt-text", "--no-banner"}, encrypted.out, Passphrase(first32));
+    EXPECT_EQ(exact.out, "long");
+    EXPECT_EQ(exact.err, "");
+    // 32 characters of two bytes each are not longer than the key.
+    std::string umlauts;
+    for (int i = 0; i < 32; ++i) {
+        umlauts += "\xC3\xA4";
+    }
+    EXPECT_EQ(RunInProcess({"rate"}, "", Passphrase(umlauts)).err, "");
+    EXPECT_EQ(RunInProcess({"rate"}, "", Passphrase(first32 + "y")).err, kLongWarning);
+}
+
+TEST(ToolCommands, GenpassAndRate) {
+    const auto first = RunInProcess({"genpass"});
+    ASSERT_EQ(first.out.size(), 33u);
+    EXPECT_EQ(first.out.back(), '\n');
+    EXPECT_NE(first.out, RunInProcess({"genpass"}).out);
+    EXPECT_EQ(RunInProcess({"rate", "-p", "-"}, "abcdefghij\n").out,
+              "score: 20/100\nstars: **---\nThis passphrase can presumably be cracked.\n");
 }
 
 } // namespace

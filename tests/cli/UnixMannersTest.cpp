@@ -1,6 +1,7 @@
-#include "InProcess.h"
-#include "ProcessRunner.h"
+#include "CliRun.h"
 #include "cli/LanguageChoice.h"
+#include "common/Version.h"
+#include "crypto/CipherPath.h"
 #include "files/FileTestSupport.h"
 #include "i18n/Catalogue.h"
 
@@ -11,7 +12,7 @@ namespace {
 
 using namespace kelvora::testing;
 
-const std::map<std::string, std::string> kSecret = {{"KELVORA_PASSPHRASE", kPassphrase}};
+const Env kSecret = {{"KELVORA_PASSPHRASE", kPassphrase}};
 
 TEST(UnixManners, HelpCommandEqualsTheCommandsOwnHelp) {
     for (const cli::Command* command : cli::AllCommands()) {
@@ -20,11 +21,36 @@ TEST(UnixManners, HelpCommandEqualsTheCommandsOwnHelp) {
         const auto viaOption = RunInProcess({name, "--help"});
         EXPECT_EQ(viaHelp.status, 0) << name;
         EXPECT_EQ(viaHelp.out, viaOption.out) << name;
-        EXPECT_NE(viaHelp.out.find("--verbose"), std::string::npos) << name;
+        EXPECT_TRUE(viaHelp.out.starts_with("Usage: kelvora-cli " + name)) << viaHelp.out;
+        // Made from the table: every option, the passphrase paragraph where one is taken,
+        // and no line wider than a terminal.
+        for (const cli::OptionSpec& option : cli::OptionsOf(*command)) {
+            EXPECT_NE(viaHelp.out.find("--" + std::string(option.longName) + " "),
+                      std::string::npos)
+                << name << " --" << option.longName;
+        }
+        EXPECT_EQ(viaHelp.out.find("The passphrase comes from") != std::string::npos,
+                  command->passphrase != cli::PassphraseUse::None)
+            << name;
+        std::istringstream lines(viaHelp.out);
+        for (std::string line; std::getline(lines, line);) {
+            EXPECT_LT(line.size(), 80u) << line;
+        }
     }
-    EXPECT_EQ(RunInProcess({"help"}).out, RunInProcess({"--help"}).out);
-    EXPECT_EQ(RunInProcess({"help", "nonsense"}).status, 2);
-    EXPECT_EQ(RunInProcess({"help", "list", "test"}).status, 2);
+    const auto overview = RunInProcess({"--help"});
+    EXPECT_EQ(overview.status, 0);
+    EXPECT_EQ(RunInProcess({"help"}).out, overview.out);
+    // Without a command the overview goes to standard error, a usage error.
+    const auto bare = RunInProcess({});
+    EXPECT_EQ(bare.status, 2);
+    EXPECT_EQ(bare.err, overview.out);
+}
+
+TEST(UnixManners, VersionLeadsWithTheProductVersion) {
+    const auto result = RunInProcess({"--version"});
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out, "kelvora-cli " + std::string(kVersionText) + "\ncipher path: " +
+                              std::string(CipherPathName(ActiveCipherPath())) + "\n");
 }
 
 struct LocaleCase {
@@ -83,7 +109,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& info) { return info.param.name; });
 
 TEST(UnixManners, BannerFollowsTheLocaleUnlessLangIsGiven) {
-    std::map<std::string, std::string> env = kSecret;
+    Env env = kSecret;
     env["LANG"] = "fr_FR.UTF-8";
     const auto byLocale = RunInProcess({"encrypt-text"}, "x", env);
     ASSERT_EQ(byLocale.status, 0) << byLocale.err;
@@ -121,7 +147,8 @@ TEST(UnixManners, JsonForListAndTest) {
     EXPECT_EQ(listed.out, "{\"files\":[{\"name\":\"say \\\"hi\\\".txt\",\"size\":2},"
                           "{\"name\":\"d/e\",\"size\":0},{\"name\":\"caf\u00e9\",\"size\":1}]}\n");
     const auto tested = RunInProcess({"test", "--json", scratch / "c.vexo"}, "", kSecret);
-    EXPECT_EQ(tested.out, "{\"ok\":true,\"files\":[\"say \\\"hi\\\".txt\",\"d/e\",\"caf\u00e9\"]}\n");
+    EXPECT_EQ(tested.out,
+              "{\"ok\":true,\"files\":[\"say \\\"hi\\\".txt\",\"d/e\",\"caf\u00e9\"]}\n");
 
     Bytes damaged = BuildContainer({{"ok.txt", {'k'}}, {"big.bin", PatternBytes(2100000, 9)}});
     damaged[damaged.size() - 200] ^= 1;

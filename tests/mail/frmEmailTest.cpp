@@ -1,8 +1,8 @@
 #include "mail/frmEmail.h"
 
 #include "app/RecordingMessageService.h"
+#include "app/WindowTestTools.h"
 #include "common/Version.h"
-#include "i18n/Catalogue.h"
 #include "mail/LoopbackHttpServer.h"
 
 #include <QAccessible>
@@ -17,9 +17,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-QString Catalogue(int languageOffset, int germanId) {
-    return QString::fromStdString(GetText(languageOffset, germanId));
-}
+using testing::Catalogue;
 
 // The body the fields of Harness::Fill make: only letters and digits pass, a blank is "+",
 // ü, ö and ß are their Windows-1252 codes, line breaks are CR LF.
@@ -47,11 +45,7 @@ struct Harness {
     ~Harness() { delete window; }
 
     template <typename Widget = QWidget> Widget* Find(const char* name) {
-        auto* widget = window->findChild<Widget*>(QString::fromLatin1(name));
-        if (widget == nullptr) {
-            qFatal("no control named %s", name);
-        }
-        return widget;
+        return testing::FindControl<Widget>(window.data(), QString::fromLatin1(name));
     }
     void Fill(const QString& sender = QStringLiteral("anna@example.org"),
               const QString& recipient = QStringLiteral("bo.ek@example.net")) {
@@ -84,192 +78,172 @@ class frmEmailTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void PostsTheFormByteForByte();
-    void AnswerJudged_data();
-    void AnswerJudged();
-    void NoServerListening();
-    void BusyWhileTheServerIsSilent();
-    void CancelEndsThePostQuietly();
-    void GoesThroughTheSystemProxy();
-    void InvalidAddressSendsNothing_data();
-    void InvalidAddressSendsNothing();
-    void RefusesWhatCannotBeSent();
-    void LabelledInEveryLanguage();
-};
-
-void frmEmailTest::PostsTheFormByteForByte() {
-    testing::LoopbackHttpServer server("ok");
-    Harness h(server.Port());
-    h.Fill();
-    h.Send();
-    QTRY_COMPARE(h.messages.ShownIds(), QList<int>{401});
-    QCOMPARE(server.Requests().size(), 1);
-    const QByteArray request = server.Requests().first();
-    const qsizetype headEnd = request.indexOf("\r\n\r\n");
-    const QByteArray head = request.left(headEnd + 2);
-    QVERIFY(head.startsWith("POST /crypt/cryptmobile.php HTTP/1.1\r\n"));
-    QVERIFY(head.contains("\r\nContent-Type: application/x-www-form-urlencoded\r\n"));
-    QVERIFY(head.contains("\r\nUser-Agent: Kelvora Mobile " + QByteArray(kVersionText) + "\r\n"));
-    QVERIFY(head.contains("\r\nHost: 127.0.0.1:" + QByteArray::number(server.Port()) + "\r\n"));
-    QCOMPARE(request.mid(headEnd + 4), QByteArray(kExpectedBody));
-    QTRY_VERIFY(h.window.isNull()); // closed after success
-}
-
-void frmEmailTest::AnswerJudged_data() {
-    QTest::addColumn<QByteArray>("answer");
-    QTest::addColumn<QString>("shown");
-    const QString noConnection = Catalogue(kEnglish, 402) + u". "_qs + Catalogue(kEnglish, 403);
-    QTest::newRow("server error") << QByteArray("ERR: quota full")
-                                  << u"Error sending the message: quota full"_qs;
-    QTest::newRow("ok with line break") << QByteArray("ok\r\n") << noConnection;
-    QTest::newRow("nothing") << QByteArray() << noConnection;
-    QTest::newRow("OK in capitals") << QByteArray("OK") << noConnection;
-}
-
-void frmEmailTest::AnswerJudged() {
-    QFETCH(QByteArray, answer);
-    QFETCH(QString, shown);
-    testing::LoopbackHttpServer server(answer);
-    Harness h(server.Port());
-    h.Fill();
-    const QString before = h.Fields();
-    h.Send();
-    QTRY_COMPARE(h.messages.ShownIds(), QList<int>{402});
-    QCOMPARE(h.messages.shown.first().text, shown);
-    QCOMPARE(server.Requests().size(), 1);
-    QVERIFY(!h.window.isNull());
-    QVERIFY(h.window->isVisible());
-    QCOMPARE(h.Fields(), before);
-    QVERIFY(h.Find("cmdSend")->isEnabled());
-}
-
-void frmEmailTest::NoServerListening() {
-    Harness h(ClosedPort());
-    h.Fill();
-    h.Send();
-    QTRY_COMPARE(h.messages.ShownIds(), QList<int>{402});
-    QCOMPARE(h.messages.shown.first().text,
-             u"Error sending the message. Internet connection needed."_qs);
-    QVERIFY(!h.window.isNull());
-}
-
-void frmEmailTest::BusyWhileTheServerIsSilent() {
-    testing::LoopbackHttpServer server("ok", true);
-    Harness h(server.Port());
-    h.window->SetTimeout(1500ms);
-    h.Fill();
-    const QString before = h.Fields();
-    h.Send();
-    QVERIFY(h.window->IsSending());
-    QVERIFY(!h.Find("cmdSend")->isEnabled());
-    QVERIFY(!h.Find("TxtAdrSender")->isEnabled());
-    QVERIFY(h.Find("cmdCancel")->isEnabled());
-    QVERIFY(h.Find("LblSending")->isVisible());
-    QTRY_COMPARE(server.Requests().size(), 1); // the window answers events while it waits
-    QVERIFY(h.messages.shown.isEmpty());
-    QTRY_COMPARE_WITH_TIMEOUT(h.messages.ShownIds(), QList<int>{402}, 5000);
-    QCOMPARE(h.messages.shown.first().text,
-             u"Error sending the message. Internet connection needed."_qs);
-    QVERIFY(!h.window->IsSending());
-    QVERIFY(h.Find("cmdSend")->isEnabled());
-    QVERIFY(!h.Find("LblSending")->isVisible());
-    QCOMPARE(h.Fields(), before);
-}
-
-void frmEmailTest::CancelEndsThePostQuietly() {
-    testing::LoopbackHttpServer server("ok", true);
-    Harness h(server.Port());
-    h.Fill();
-    h.Send();
-    QTRY_COMPARE(server.Requests().size(), 1);
-    QTest::mouseClick(h.Find("cmdCancel"), Qt::LeftButton);
-    QTRY_VERIFY(h.window.isNull());
-    QTest::qWait(500); // longer than the timeout: a post left running would report now
-    QVERIFY(h.messages.shown.isEmpty());
-}
-
-void frmEmailTest::GoesThroughTheSystemProxy() {
-    testing::LoopbackHttpServer proxy("ok");
-    Harness h(proxy.Port());
-    qputenv("KELVORA_MAIL_SERVER", "mail.example.invalid");
-    qputenv("http_proxy", "http://127.0.0.1:" + QByteArray::number(proxy.Port()));
-    h.Fill();
-    h.Send();
-    qunsetenv("http_proxy");
-    QTRY_COMPARE(h.messages.ShownIds(), QList<int>{401});
-    QCOMPARE(proxy.Requests().size(), 1);
-    QVERIFY2(proxy.Requests().first().startsWith(
-                 "POST http://mail.example.invalid/crypt/cryptmobile.php HTTP/1.1\r\n"),
-             proxy.Requests().first().left(80).constData());
-}
-
-void frmEmailTest::InvalidAddressSendsNothing_data() {
-    QTest::addColumn<QString>("sender");
-    QTest::addColumn<QString>("recipient");
-    QTest::newRow("sender too short after @") << u"a@b.cd"_qs << u"bo@example.net"_qs;
-    QTest::newRow("recipient ends with digit") << u"anna@example.org"_qs << u"bo@example.n1"_qs;
-    QTest::newRow("recipient empty") << u"anna@example.org"_qs << QString();
-}
-
-void frmEmailTest::InvalidAddressSendsNothing() {
-    QFETCH(QString, sender);
-    QFETCH(QString, recipient);
-    testing::LoopbackHttpServer server("ok");
-    Harness h(server.Port());
-    h.Fill(sender, recipient);
-    const QString before = h.Fields();
-    h.Send();
-    QCOMPARE(h.messages.ShownIds(), QList<int>{404});
-    QVERIFY(!h.window->IsSending());
-    QTest::qWait(100);
-    QVERIFY(server.Requests().isEmpty());
-    QCOMPARE(h.Fields(), before);
-}
-
-void frmEmailTest::RefusesWhatCannotBeSent() {
-    testing::LoopbackHttpServer server("ok");
-    Harness h(server.Port());
-    h.Fill();
-    h.Find<QPlainTextEdit>("TextMsg")->setPlainText(u"Cześć, Łukasz"_qs);
-    h.Send();
-    QCOMPARE(h.messages.ShownIds(), QList<int>{558});
-    QVERIFY(h.messages.shown.first().text.endsWith(u"'ś' (U+015B)"_qs));
-
-    h.messages.shown.clear();
-    h.Find<QPlainTextEdit>("TextMsg")->clear();
-    h.window->SetMsg(QString(32768, u'Q'));
-    h.Send();
-    QCOMPARE(h.messages.ShownIds(), QList<int>{555});
-    h.messages.shown.clear();
-    h.window->SetMsg(QString(32767, u'Q'));
-    h.Send();
-    QTRY_COMPARE(h.messages.ShownIds(), QList<int>{401});
-    QCOMPARE(server.Requests().size(), 1);
-}
-
-void frmEmailTest::LabelledInEveryLanguage() {
-    const std::pair<const char*, int> labels[] = {
-        {"lblsenderName", 395}, {"Label1", 396},  {"Label3", 397},   {"LblMsg", 398},
-        {"lblWarn", 399},       {"cmdSend", 400}, {"cmdCancel", 150}};
-    for (const int language : {kGerman, kEnglish, kSpanish, kFrench}) {
-        Harness h(ClosedPort(), language);
-        QCOMPARE(h.window->windowTitle(), Catalogue(language, 394));
-        for (const auto& [name, id] : labels) {
-            QWidget* control = h.Find(name);
-            const QString shown = qobject_cast<QLabel*>(control)
-                                      ? qobject_cast<QLabel*>(control)->text()
-                                      : qobject_cast<QPushButton*>(control)->text();
-            QCOMPARE(shown, Catalogue(language, id));
-        }
-        // Screen readers name each box by the label in front of it.
-        for (const auto& [box, id] :
-             {std::pair{"TxtSender", 395}, std::pair{"TextMsg", 398}, std::pair{"TxtCrypt", 557}}) {
-            QCOMPARE(QAccessible::queryAccessibleInterface(h.Find(box))->text(QAccessible::Name),
-                     Catalogue(language, id));
-        }
-        QCOMPARE(h.Find<QPlainTextEdit>("TxtCrypt")->toPlainText(), u"QUJD\nREVG"_qs);
+    void PostsTheFormByteForByte() {
+        testing::LoopbackHttpServer server("ok");
+        Harness h(server.Port());
+        h.Fill();
+        h.Send();
+        QTRY_COMPARE(h.messages.ShownIds(), QList<int>{401});
+        QCOMPARE(server.Requests().size(), 1);
+        const QByteArray request = server.Requests().first();
+        const qsizetype headEnd = request.indexOf("\r\n\r\n");
+        const QByteArray head = request.left(headEnd + 2);
+        QVERIFY(head.startsWith("POST /crypt/cryptmobile.php HTTP/1.1\r\n"));
+        QVERIFY(head.contains("\r\nContent-Type: application/x-www-form-urlencoded\r\n"));
+        QVERIFY(
+            head.contains("\r\nUser-Agent: Kelvora Mobile " + QByteArray(kVersionText) + "\r\n"));
+        QVERIFY(head.contains("\r\nHost: 127.0.0.1:" + QByteArray::number(server.Port()) + "\r\n"));
+        QCOMPARE(request.mid(headEnd + 4), QByteArray(kExpectedBody));
+        QTRY_VERIFY(h.window.isNull()); // closed after success
     }
-}
+
+    void AnswerJudged_data() {
+        QTest::addColumn<QByteArray>("answer");
+        QTest::addColumn<QString>("shown");
+        const QString noConnection = Catalogue(kEnglish, 402) + u". "_qs + Catalogue(kEnglish, 403);
+        QTest::newRow("server error")
+            << QByteArray("ERR: quota full") << u"Error sending the message: quota full"_qs;
+        QTest::newRow("ok with line break") << QByteArray("ok\r\n") << noConnection;
+        QTest::newRow("nothing") << QByteArray() << noConnection;
+        QTest::newRow("OK in capitals") << QByteArray("OK") << noConnection;
+    }
+
+    void AnswerJudged() {
+        QFETCH(QByteArray, answer);
+        QFETCH(QString, shown);
+        testing::LoopbackHttpServer server(answer);
+        Harness h(server.Port());
+        h.Fill();
+        const QString before = h.Fields();
+        h.Send();
+        QTRY_COMPARE(h.messages.ShownIds(), QList<int>{402});
+        QCOMPARE(h.messages.shown.first().text, shown);
+        QCOMPARE(server.Requests().size(), 1);
+        QVERIFY(!h.window.isNull());
+        QVERIFY(h.window->isVisible());
+        QCOMPARE(h.Fields(), before);
+        QVERIFY(h.Find("cmdSend")->isEnabled());
+    }
+
+    void NoServerListening() {
+        Harness h(ClosedPort());
+        h.Fill();
+        h.Send();
+        QTRY_COMPARE(h.messages.ShownIds(), QList<int>{402});
+        QCOMPARE(h.messages.shown.first().text,
+                 u"Error sending the message. Internet connection needed."_qs);
+        QVERIFY(!h.window.isNull());
+    }
+
+    void BusyWhileTheServerIsSilent() {
+        testing::LoopbackHttpServer server("ok", true);
+        Harness h(server.Port());
+        h.window->SetTimeout(1500ms);
+        h.Fill();
+        const QString before = h.Fields();
+        h.Send();
+        QVERIFY(h.window->IsSending());
+        QVERIFY(!h.Find("cmdSend")->isEnabled());
+        QVERIFY(!h.Find("TxtAdrSender")->isEnabled());
+        QVERIFY(h.Find("cmdCancel")->isEnabled());
+        QVERIFY(h.Find("LblSending")->isVisible());
+        QTRY_COMPARE(server.Requests().size(), 1); // the window answers events while it waits
+        QVERIFY(h.messages.shown.isEmpty());
+        QTRY_COMPARE_WITH_TIMEOUT(h.messages.ShownIds(), QList<int>{402}, 5000);
+        QCOMPARE(h.messages.shown.first().text,
+                 u"Error sending the message. Internet connection needed."_qs);
+        QVERIFY(!h.window->IsSending());
+        QVERIFY(h.Find("cmdSend")->isEnabled());
+        QVERIFY(!h.Find("LblSending")->isVisible());
+        QCOMPARE(h.Fields(), before);
+    }
+
+    void CancelEndsThePostQuietly() {
+        testing::LoopbackHttpServer server("ok", true);
+        Harness h(server.Port());
+        h.Fill();
+        h.Send();
+        QTRY_COMPARE(server.Requests().size(), 1);
+        QTest::mouseClick(h.Find("cmdCancel"), Qt::LeftButton);
+        QTRY_VERIFY(h.window.isNull());
+        QTest::qWait(500); // longer than the timeout: a post left running would report now
+        QVERIFY(h.messages.shown.isEmpty());
+    }
+
+    void GoesThroughTheSystemProxy() {
+        testing::LoopbackHttpServer proxy("ok");
+        Harness h(proxy.Port());
+        qputenv("KELVORA_MAIL_SERVER", "mail.example.invalid");
+        qputenv("http_proxy", "http://127.0.0.1:" + QByteArray::number(proxy.Port()));
+        h.Fill();
+        h.Send();
+        qunsetenv("http_proxy");
+        QTRY_COMPARE(h.messages.ShownIds(), QList<int>{401});
+        QCOMPARE(proxy.Requests().size(), 1);
+        QVERIFY2(proxy.Requests().first().startsWith(
+                     "POST http://mail.example.invalid/crypt/cryptmobile.php HTTP/1.1\r\n"),
+                 proxy.Requests().first().left(80).constData());
+    }
+
+    void InvalidAddressSendsNothing_data() {
+        QTest::addColumn<QString>("sender");
+        QTest::addColumn<QString>("recipient");
+        QTest::newRow("sender too short after @") << u"a@b.cd"_qs << u"bo@example.net"_qs;
+        QTest::newRow("recipient ends with digit") << u"anna@example.org"_qs << u"bo@example.n1"_qs;
+        QTest::newRow("recipient empty") << u"anna@example.org"_qs << QString();
+    }
+
+    void InvalidAddressSendsNothing() {
+        QFETCH(QString, sender);
+        QFETCH(QString, recipient);
+        testing::LoopbackHttpServer server("ok");
+        Harness h(server.Port());
+        h.Fill(sender, recipient);
+        const QString before = h.Fields();
+        h.Send();
+        QCOMPARE(h.messages.ShownIds(), QList<int>{404});
+        QVERIFY(!h.window->IsSending());
+        QTest::qWait(100);
+        QVERIFY(server.Requests().isEmpty());
+        QCOMPARE(h.Fields(), before);
+    }
+
+    void RefusesWhatCannotBeSent() {
+        testing::LoopbackHttpServer server("ok");
+        Harness h(server.Port());
+        h.Fill();
+        h.Find<QPlainTextEdit>("TextMsg")->setPlainText(u"Cześć, Łukasz"_qs);
+        h.Send();
+        QCOMPARE(h.messages.ShownIds(), QList<int>{558});
+        QVERIFY(h.messages.shown.first().text.endsWith(u"'ś' (U+015B)"_qs));
+
+        h.messages.shown.clear();
+        h.Find<QPlainTextEdit>("TextMsg")->clear();
+        h.window->SetMsg(QString(32768, u'Q'));
+        h.Send();
+        QCOMPARE(h.messages.ShownIds(), QList<int>{555});
+        h.messages.shown.clear();
+        h.window->SetMsg(QString(32767, u'Q'));
+        h.Send();
+        QTRY_COMPARE(h.messages.ShownIds(), QList<int>{401});
+        QCOMPARE(server.Requests().size(), 1);
+    }
+
+    // The captions are marks (checked with every window's marks); screen readers name each box by
+    // the caption in front of it.
+    void BoxesAreNamedByTheirCaptions() {
+        for (const int language : {kGerman, kFrench}) {
+            Harness h(ClosedPort(), language);
+            for (const auto& [box, id] : {std::pair{"TxtSender", 395}, std::pair{"TextMsg", 398},
+                                          std::pair{"TxtCrypt", 557}}) {
+                QCOMPARE(
+                    QAccessible::queryAccessibleInterface(h.Find(box))->text(QAccessible::Name),
+                    Catalogue(language, id));
+            }
+            QCOMPARE(h.Find<QPlainTextEdit>("TxtCrypt")->toPlainText(), u"QUJD\nREVG"_qs);
+        }
+    }
+};
 
 } // namespace kelvora
 

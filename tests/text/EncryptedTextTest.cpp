@@ -69,12 +69,6 @@ TEST_F(EncryptedText, RoundTripsInEveryLanguageWithAFreshPrefixEachTime) {
     }
 }
 
-TEST_F(EncryptedText, CipherLengthIsThePlainLengthRoundedUpToBlocks) {
-    const std::string plain = WithBanner(kEnglish, "Hi");
-    const Bytes cipher = Base64Decode(EncryptText(m_cipher, m_key.bytes(), plain, m_random).text);
-    EXPECT_EQ(cipher.size(), (kTextPrefixBytes + plain.size() + 31) / 32 * 32);
-}
-
 TEST_F(EncryptedText, RefusesTextsThatAreNotWholeBlocks) {
     for (const std::string_view bad : {"", "QUJD", "not base64 at all!"}) {
         EXPECT_EQ(DecryptText(m_cipher, m_key.bytes(), bad).status, TextStatus::NotBlockAligned)

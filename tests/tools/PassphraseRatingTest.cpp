@@ -64,25 +64,25 @@ INSTANTIATE_TEST_SUITE_P(
         LevelCase{50, 4, {false, true, true}, 127}, LevelCase{94, 4, {false, true, true}, 127},
         LevelCase{95, 5, {false, false, true}, 128}, LevelCase{100, 5, {false, false, true}, 128}));
 
-TEST(PassphraseGenerator, DrawsThirtyTwoPrintableCharactersUpToBrace) {
-    testing::FixedRandom counting; // 0, 1, 2, ...: bytes from 188 on must be drawn again
-    const std::string first = GenerateRandomPassphrase(counting);
-    ASSERT_EQ(first.size(), 32u);
-    EXPECT_EQ(first.front(), ' ');
-    EXPECT_EQ(first.back(), static_cast<char>(32 + 31));
-
-    SystemRandom random;
-    std::array<int, 128> seen{};
-    for (int round = 0; round < 200; ++round) {
-        for (const char c : GenerateRandomPassphrase(random)) {
-            ++seen[static_cast<unsigned char>(c) & 127u];
-            EXPECT_GE(c, 32);
-            EXPECT_LE(c, 125);
+// The fixed source gives the bytes 0, 1, 2, ...; a byte takes the code 32 + byte % 94, up to
+// "}" (125), and bytes from 188 on are drawn again so that no code comes up more often.
+TEST(PassphraseGenerator, DrawsThirtyTwoCodesUpToBraceAndDrawsHighBytesAgain) {
+    testing::FixedRandom random;
+    const auto codes = [](int firstByte, int count) {
+        std::string expected;
+        for (int byte = firstByte; byte < firstByte + count; ++byte) {
+            expected += static_cast<char>(32 + byte % 94);
         }
-    }
-    EXPECT_EQ(seen['~'], 0);
-    EXPECT_GT(seen['}'], 0); // 6,400 draws: every code turns up
-    EXPECT_GT(seen[' '], 0);
+        return expected;
+    };
+    EXPECT_EQ(GenerateRandomPassphrase(random), codes(0, 32)); // " " to "?"
+    std::array<std::uint8_t, 94> skipped{}; // the rest of the first pool and 30 more bytes
+    random.Fill(skipped.data(), skipped.size());
+    // Bytes 158 to 187, then 188 to 255 drawn again, then 0 and 1.
+    EXPECT_EQ(GenerateRandomPassphrase(random), codes(158, 30) + codes(0, 2));
+    // The second pool ended at byte 29: the next passphrase starts at 30, not at 190.
+    EXPECT_EQ(GenerateRandomPassphrase(random), codes(30, 32));
+    EXPECT_EQ(codes(0, 94).back(), '}');
 }
 
 TEST(PassphraseGenerator, GeneratedPassphraseIsShownAtTheTopLevel) {
