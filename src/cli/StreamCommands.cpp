@@ -74,7 +74,7 @@ struct WalkRun {
 };
 
 WalkRun RunWalk(CliContext& context, const WalkRequest& request, const SecretBytes& key,
-                RecordWalkHandler& handler, CliFileObserver& observer) {
+                RecordWalkHandler& handler, FileJobObserver& observer) {
     OpenedInput input;
     if (!OpenInput(context, request.container, input)) {
         WalkRun failed{WalkOutcome{Failure(FileError::ReadFailed, 0, 0, request.container, errno)},
@@ -110,6 +110,20 @@ int WalkDecrypt(CliContext& context, const WalkRequest& request, const SecretByt
         return problem.empty() ? kExitSuccess : Fail(context, kExitFailure, problem);
     }
     WalkRestorer restorer(request.folder, observer, request.keepPartial);
+    // A file can be read twice: a first walk finds every name, so that every conflict is
+    // settled before anything is written. A pipe is read once, so each conflict is settled
+    // as its file comes.
+    if (request.container != "-") {
+        WalkNames names;
+        CancelOnly planning(observer);
+        const WalkRun named = RunWalk(context, request, key, names, planning);
+        if (!named.outcome.result.ok()) {
+            return WalkFailed(context, observer, named.outcome.result, request);
+        }
+        if (FileJobResult planned = restorer.PlanTargets(names.Names()); !planned.ok()) {
+            return Fail(context, kExitFailure, ExistsAlready(planned.name, kExistingFileOptions));
+        }
+    }
     const WalkRun walked = RunWalk(context, request, key, restorer, observer);
     observer.ClearProgress();
     for (const DamagedFile& damaged : restorer.Damaged()) {

@@ -70,9 +70,9 @@ FileJobResult WithOmitted(FileJobResult result, std::vector<OmittedEntry> omitte
 namespace {
 
 // FirstFreeNumberedName is path as "name (n).ext" with the first n from 2 that is free.
-std::string FirstFreeNumberedName(const std::string& path) {
+std::string FirstFreeNumberedName(const std::string& path, const PathTaken& taken) {
     for (int n = 2;; ++n) {
-        if (std::string candidate = NumberedName(path, n); !PathExists(candidate)) {
+        if (std::string candidate = NumberedName(path, n); !taken(candidate)) {
             return candidate;
         }
     }
@@ -80,8 +80,9 @@ std::string FirstFreeNumberedName(const std::string& path) {
 
 } // namespace
 
-TargetChoice ChooseTarget(std::string path, FileJobObserver& observer) {
-    while (PathExists(path)) {
+TargetChoice ChooseTarget(std::string path, FileJobObserver& observer, const PathTaken& given) {
+    const PathTaken taken = given ? given : PathTaken(PathExists);
+    while (taken(path)) {
         switch (observer.AskExistingFile(path)) {
         case ExistingFileAnswer::Overwrite:
             return TargetChoice{Target::Write, std::move(path), true};
@@ -92,7 +93,7 @@ TargetChoice ChooseTarget(std::string path, FileJobObserver& observer) {
             }
             return TargetChoice{Target::Skip, std::move(path), false};
         case ExistingFileAnswer::Rename:
-            return TargetChoice{Target::Write, FirstFreeNumberedName(path), false};
+            return TargetChoice{Target::Write, FirstFreeNumberedName(path, taken), false};
         case ExistingFileAnswer::Skip:
             return TargetChoice{Target::Skip, std::move(path), false};
         case ExistingFileAnswer::Cancel:

@@ -4,6 +4,7 @@
 #include "files/FileError.h"
 #include "files/FileJobObserver.h"
 
+#include <functional>
 #include <string>
 
 namespace kelvora {
@@ -19,8 +20,12 @@ struct TargetChoice {
     bool replace = false;
 };
 
-// ChooseTarget asks the observer about an existing path until the answer settles it.
-[[nodiscard]] TargetChoice ChooseTarget(std::string path, FileJobObserver& observer);
+// PathTaken tells whether a path is taken already; unset means "something is there".
+using PathTaken = std::function<bool(const std::string&)>;
+
+// ChooseTarget asks the observer about a taken path until the answer settles it.
+[[nodiscard]] TargetChoice ChooseTarget(std::string path, FileJobObserver& observer,
+                                        const PathTaken& taken = {});
 
 // DecryptContainer restores every file of the container below the output folder, creating
 // its folders. The passphrase is checked first, so a wrong one writes nothing. A stored name

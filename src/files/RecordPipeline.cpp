@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 
 namespace kelvora {
 
@@ -12,6 +13,10 @@ namespace {
 
 // How long Take waits for a record before it lets the caller run events again.
 constexpr std::chrono::milliseconds kWaitSlice{20};
+// A batch closes at this much ciphertext or this many records: a file of a few kilobytes
+// costs a worker less than waking it, while a full chunk goes on its own.
+constexpr std::size_t kBatchPayloadBytes = 256 * 1024;
+constexpr std::size_t kBatchRecords = 64;
 
 bool Before(const DecodedRecord& record, std::size_t fileIndex, std::int64_t chunk) {
     return record.fileIndex < fileIndex || (record.fileIndex == fileIndex && record.chunk < chunk);
@@ -26,7 +31,11 @@ std::optional<std::size_t> Restored(const Result<std::size_t, BlockError>& resto
 RecordPipeline::RecordPipeline(std::string containerPath, const CRijndael& cipher,
                                std::size_t workers)
     : m_path(std::move(containerPath)),
-      m_workers(workers, [&cipher](DecodedRecord& record) { Decode(cipher, record); }) {}
+      m_workers(workers, [&cipher](std::vector<DecodedRecord>& batch) {
+          for (DecodedRecord& record : batch) {
+              Decode(cipher, record);
+          }
+      }) {}
 
 void RecordPipeline::Decode(const CRijndael& cipher, DecodedRecord& record) {
     if (!record.end) {
@@ -65,7 +74,7 @@ bool RecordPipeline::NextFileWithRecords() {
 }
 
 // Fill reads records on the caller's thread (from the page cache that is quick) and keeps
-// each worker one record ahead.
+// each worker a batch ahead.
 void RecordPipeline::Fill() {
     if (!m_opened) {
         m_opened = true;
@@ -77,50 +86,64 @@ void RecordPipeline::Fill() {
     }
     const std::size_t depth = m_workers.WorkerCount() + 2;
     while (!m_finished && m_workers.InFlight() < depth) {
-        const std::int64_t fileEnd = m_file.offset + m_file.byteCount;
-        if (m_next >= fileEnd && !NextFileWithRecords()) {
-            m_finished = true;
-            return;
+        std::vector<DecodedRecord> batch;
+        std::size_t batchBytes = 0;
+        while (batchBytes < kBatchPayloadBytes && batch.size() < kBatchRecords) {
+            const std::int64_t fileEnd = m_file.offset + m_file.byteCount;
+            if (m_next >= fileEnd && !NextFileWithRecords()) {
+                m_finished = true;
+                break;
+            }
+            DecodedRecord& record = batch.emplace_back();
+            record.fileIndex = m_file.index;
+            record.chunk = ++m_chunk;
+            record.chain = m_chain;
+            record.end =
+                m_reader.ReadRecord(m_next, m_file.offset + m_file.byteCount, record.payload);
+            if (!record.end) {
+                m_next = m_file.offset + m_file.byteCount; // the rest of this file cannot be found
+            } else {
+                std::copy(record.payload.end() - kBlockBytes, record.payload.end(),
+                          m_chain.begin());
+                m_next = *record.end;
+            }
+            batchBytes += record.payload.size();
         }
-        DecodedRecord record;
-        record.fileIndex = m_file.index;
-        record.chunk = ++m_chunk;
-        record.chain = m_chain;
-        record.end = m_reader.ReadRecord(m_next, m_file.offset + m_file.byteCount, record.payload);
-        if (!record.end) {
-            m_next = m_file.offset + m_file.byteCount; // the rest of this file cannot be found
-        } else {
-            std::copy(record.payload.end() - kBlockBytes, record.payload.end(), m_chain.begin());
-            m_next = *record.end;
+        if (!batch.empty()) {
+            m_workers.Submit(std::move(batch));
         }
-        m_workers.Submit(std::move(record));
     }
 }
 
 std::optional<DecodedRecord> RecordPipeline::Take(std::size_t fileIndex, std::int64_t chunk,
                                                   const std::function<bool()>& keepWaiting) {
     while (true) {
-        Fill();
-        if (m_workers.InFlight() == 0) {
-            DecodedRecord missing;
-            missing.fileIndex = fileIndex;
-            missing.chunk = chunk;
-            return missing;
-        }
-        std::optional<DecodedRecord> record = m_workers.NextWithin(kWaitSlice);
-        if (!record) {
-            if (!keepWaiting()) {
-                return std::nullopt;
+        if (m_ready.empty()) {
+            Fill();
+            if (m_workers.InFlight() == 0) {
+                DecodedRecord missing;
+                missing.fileIndex = fileIndex;
+                missing.chunk = chunk;
+                return missing;
             }
+            std::optional<std::vector<DecodedRecord>> batch = m_workers.NextWithin(kWaitSlice);
+            if (!batch) {
+                if (!keepWaiting()) {
+                    return std::nullopt;
+                }
+                continue;
+            }
+            std::move(batch->begin(), batch->end(), std::back_inserter(m_ready));
+            Fill();
+        }
+        DecodedRecord record = std::move(m_ready.front());
+        m_ready.pop_front();
+        if (Before(record, fileIndex, chunk)) {
             continue;
         }
-        if (Before(*record, fileIndex, chunk)) {
-            continue;
+        if (record.fileIndex != fileIndex || record.chunk != chunk) {
+            record.end.reset(); // the caller asks for a record the index does not lead to
         }
-        if (record->fileIndex != fileIndex || record->chunk != chunk) {
-            record->end.reset(); // the caller asks for a record the index does not lead to
-        }
-        Fill();
         return record;
     }
 }

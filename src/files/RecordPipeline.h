@@ -9,9 +9,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace kelvora {
 
@@ -34,8 +36,9 @@ struct DecodedRecord {
 // RecordPipeline reads the records of every file of a container in index order (files with
 // a byte count of 0 are passed over, as the reading jobs do), deciphers and decompresses them
 // on worker threads and hands them back in order. It opens its own reader on the container at
-// the first Take, so a job that never takes costs nothing. A few records are in flight at a
-// time, about 4 MiB each, whatever the container's size.
+// the first Take, so a job that never takes costs nothing. A few batches of records are in
+// flight at a time, about 4 MiB each (a full chunk, or small records together), whatever the
+// container's size.
 class RecordPipeline {
 public:
     // cipher must hold the job's key and outlive the pipeline; workers only call its bulk
@@ -62,7 +65,9 @@ private:
     std::int64_t m_next = 0;
     std::int64_t m_chunk = 0;
     std::array<std::uint8_t, kBlockBytes> m_chain{};
-    OrderedWorkers<DecodedRecord> m_workers;
+    // Small records travel in batches, so that a hand-off costs less than their work.
+    OrderedWorkers<std::vector<DecodedRecord>> m_workers;
+    std::deque<DecodedRecord> m_ready; // the decoded batch being taken
 };
 
 } // namespace kelvora

@@ -5,6 +5,8 @@
 #include "files/OutputFolder.h"
 #include "files/StoredName.h"
 
+#include <set>
+
 namespace kelvora {
 
 namespace {
@@ -25,6 +27,31 @@ Result<void, Errno> CreateBelow(const std::string& folder, const std::string& in
 
 } // namespace
 
+FileJobResult WalkRestorer::PlanTargets(const std::vector<std::string>& ansiNames) {
+    std::set<std::string> planned;
+    const PathTaken taken = [&planned](const std::string& path) {
+        return planned.contains(path) || PathExists(path);
+    };
+    m_planned.clear();
+    for (std::size_t index = 0; index < ansiNames.size(); ++index) {
+        const auto relative = RelativePathFromStoredName(ansiNames[index]);
+        if (!relative) {
+            m_planned.emplace_back(); // refused when its turn comes
+            continue;
+        }
+        TargetChoice choice = ChooseTarget(m_folder + "/" + *relative, m_observer, taken);
+        if (choice.target == Target::Cancel) {
+            m_planned.clear();
+            return Failure(FileError::Cancelled, index, 0, DisplayName(ansiNames[index]), 0);
+        }
+        if (choice.target == Target::Write) {
+            planned.insert(choice.path);
+        }
+        m_planned.push_back(std::move(choice));
+    }
+    return {};
+}
+
 ByteSink* WalkRestorer::OnFileStarted(std::size_t index, const std::string& ansiName) {
     m_shown = DisplayName(ansiName);
     m_observer.OnFileStarted(index, m_shown);
@@ -34,7 +61,9 @@ ByteSink* WalkRestorer::OnFileStarted(std::size_t index, const std::string& ansi
         m_observer.OnFileRefused(index, m_shown, FileError::UnsafeName);
         return nullptr;
     }
-    TargetChoice choice = ChooseTarget(m_folder + "/" + *relative, m_observer);
+    TargetChoice choice = index < m_planned.size() && m_planned[index]
+                              ? *m_planned[index]
+                              : ChooseTarget(m_folder + "/" + *relative, m_observer);
     m_path = std::move(choice.path);
     m_replace = choice.replace;
     if (choice.target != Target::Write) {

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "files/ContainerInspect.h"
+#include "files/DecryptJob.h"
 #include "files/FileIo.h"
 #include "files/RecordWalker.h"
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,6 +40,32 @@ struct DamagedFile {
 // The name under which the intact leading chunks of a damaged file are kept.
 inline constexpr const char* kPartialSuffix = ".partial";
 
+// WalkNames collects the stored names a walk finds and takes none of their bytes.
+class WalkNames final : public RecordWalkHandler {
+public:
+    ByteSink* OnFileStarted(std::size_t, const std::string& ansiName) override {
+        m_names.push_back(ansiName);
+        return nullptr;
+    }
+    FileJobResult OnFileEnded(std::size_t, FileError, std::int64_t) override { return {}; }
+    const std::vector<std::string>& Names() const { return m_names; }
+
+private:
+    std::vector<std::string> m_names;
+};
+
+// CancelOnly passes only the cancel request and the event runs on to the front end: a walk
+// that only plans reports no progress of its own.
+class CancelOnly final : public FileJobObserver {
+public:
+    explicit CancelOnly(FileJobObserver& front) : m_front(front) {}
+    bool CancelRequested() override { return m_front.CancelRequested(); }
+    void LetEventsRun() override { m_front.LetEventsRun(); }
+
+private:
+    FileJobObserver& m_front;
+};
+
 // WalkRestorer restores the files of a walk below a folder with DecryptContainer's rules:
 // unsafe names refused (reported, the walk goes on, Refused() afterwards), existing files as
 // the observer answers, every file under a temporary name until it is complete. A damaged
@@ -50,10 +78,18 @@ public:
     ByteSink* OnFileStarted(std::size_t index, const std::string& ansiName) override;
     FileJobResult OnFileEnded(std::size_t index, FileError error, std::int64_t chunk) override;
 
+    // PlanTargets settles the target of every file a walk will find (ansiNames, in walk
+    // order, from a walk with WalkNames) before anything is written: a file that exists
+    // already, or two files of the container with the same name, are put to the observer
+    // now. An answer of Cancel ends planning with Cancelled naming that path. Files are
+    // then written as planned; without a plan each conflict is settled when its file comes.
+    [[nodiscard]] FileJobResult PlanTargets(const std::vector<std::string>& ansiNames);
+
     bool Refused() const { return m_refused; }
     const std::vector<DamagedFile>& Damaged() const { return m_damaged; }
 
 private:
+    std::vector<std::optional<TargetChoice>> m_planned;
     std::string m_folder;
     FileJobObserver& m_observer;
     bool m_keepPartial;

@@ -1,5 +1,6 @@
 // The cipher's modes of use: one-shot and streaming CBC, padding, key rules, bad input,
 // progress and cancellation. Known answers live in CRijndaelVectorTest.cpp.
+#include "common/TestBytes.h"
 #include "crypto/CRijndael.h"
 
 #include <algorithm>
@@ -10,12 +11,7 @@
 namespace kelvora {
 namespace {
 
-Bytes Pattern(std::size_t size, unsigned seed) {
-    std::mt19937 random(seed);
-    Bytes bytes(size);
-    std::generate(bytes.begin(), bytes.end(), [&] { return static_cast<std::uint8_t>(random()); });
-    return bytes;
-}
+using testing::PatternBytes;
 
 Bytes Slice(const Bytes& bytes, std::size_t offset, std::size_t size) {
     const auto begin = bytes.begin() + static_cast<std::ptrdiff_t>(offset);
@@ -28,7 +24,7 @@ Bytes Concat(Bytes a, const Bytes& b, std::size_t padTo = 1) {
     return a;
 }
 
-const Bytes kKey = Pattern(kKeyBytes, 1);
+const Bytes kKey = PatternBytes(kKeyBytes, 1);
 using Positions = std::vector<std::int64_t>;
 
 // RecordingObserver records what the cipher reports and sets Cancel at a chosen event call.
@@ -53,7 +49,7 @@ TEST(CRijndaelPadding, EncryptDataPadsToWholeBlocksAndDecryptsBack) {
                                                   {33, 64},
                                                   {1, 32},
                                                   {32 * 700 + 5, 32 * 701}}) {
-        const Bytes plain = Pattern(plainBytes, 2);
+        const Bytes plain = PatternBytes(plainBytes, 2);
         CRijndael rijndael;
         const Bytes cipher = rijndael.EncryptData(plain, kKey, true);
         EXPECT_EQ(cipher.size(), cipherBytes);
@@ -64,25 +60,26 @@ TEST(CRijndaelPadding, EncryptDataPadsToWholeBlocksAndDecryptsBack) {
 
 TEST(CRijndaelBadInput, GivesEmptyArrays) {
     CRijndael rijndael;
-    const Bytes data = Pattern(64, 3);
+    const Bytes data = PatternBytes(64, 3);
     EXPECT_TRUE(rijndael.EncryptData({}, kKey, true).empty());
     EXPECT_TRUE(rijndael.EncryptData(data, {}, true).empty());
     EXPECT_TRUE(rijndael.DecryptData({}, kKey).empty());
     EXPECT_TRUE(rijndael.DecryptData(data, {}).empty());
-    EXPECT_TRUE(rijndael.DecryptData(Pattern(33, 3), kKey).empty());
+    EXPECT_TRUE(rijndael.DecryptData(PatternBytes(33, 3), kKey).empty());
     EXPECT_FALSE(rijndael.EncryptPrepareKey({}));
     EXPECT_FALSE(rijndael.EncryptPrepareKey(Slice(kKey, 0, 31)));
     EXPECT_TRUE(rijndael.EncryptDo({}, false).empty());
     EXPECT_TRUE(rijndael.DecryptDo({}, false).empty());
     EXPECT_FALSE(rijndael.Cancel);
     ASSERT_TRUE(rijndael.EncryptPrepareKey(kKey));
-    EXPECT_TRUE(rijndael.DecryptDo(Pattern(33, 3), false).empty());
+    EXPECT_TRUE(rijndael.DecryptDo(PatternBytes(33, 3), false).empty());
     EXPECT_TRUE(rijndael.Cancel) << "a partial block cancels the stream";
     EXPECT_TRUE(rijndael.EncryptDo(data, false).empty());
 }
 
 TEST(CRijndaelKeyRule, ShortKeysAreZeroFilledAndLongKeysCut) {
-    const Bytes plain = Pattern(96, 4), longKey = Pattern(40, 5), shortKey = Slice(longKey, 0, 5);
+    const Bytes plain = PatternBytes(96, 4), longKey = PatternBytes(40, 5),
+                shortKey = Slice(longKey, 0, 5);
     CRijndael rijndael;
     const Bytes cipher = rijndael.EncryptData(plain, shortKey, true);
     EXPECT_EQ(cipher, rijndael.EncryptData(plain, Concat(shortKey, Bytes(kKeyBytes - 5)), true));
@@ -94,7 +91,7 @@ TEST(CRijndaelKeyRule, ShortKeysAreZeroFilledAndLongKeysCut) {
 }
 
 TEST(CRijndaelStream, RestartedDecryptionGetsOnlyItsFirstBlockWrong) {
-    const Bytes plain = Pattern(32 * 4, 7);
+    const Bytes plain = PatternBytes(32 * 4, 7);
     const Bytes cipher = CRijndael().EncryptData(plain, kKey, true);
     CRijndael rijndael;
     ASSERT_TRUE(rijndael.EncryptPrepareKey(kKey));
@@ -112,7 +109,7 @@ TEST(CRijndaelStream, RandomPiecesEqualOneShot) {
     Bytes padded;
     for (unsigned i = 0; i < 12; ++i) {
         const std::size_t size = random() % 3 == 0 ? random() % 100 + 1 : random() % 40000 + 1;
-        pieces.push_back(Pattern(size, i));
+        pieces.push_back(PatternBytes(size, i));
         padded = Concat(padded, pieces.back(), kBlockBytes);
     }
     const Bytes expected = CRijndael().EncryptData(padded, kKey, true);
@@ -131,7 +128,7 @@ TEST(CRijndaelStream, RandomPiecesEqualOneShot) {
 TEST(CRijndaelProgress, OneShotReportsEveryBlockUnlessQuietAndRunsEventsEachBlock) {
     for (const bool quiet : {false, true}) {
         RecordingObserver observer;
-        static_cast<void>(CRijndael(&observer).EncryptData(Pattern(3 * 32, 9), kKey, quiet));
+        static_cast<void>(CRijndael(&observer).EncryptData(PatternBytes(3 * 32, 9), kKey, quiet));
         EXPECT_EQ(observer.range, quiet ? -1 : 4);
         EXPECT_EQ(observer.positions, (quiet ? Positions{} : Positions{0, 0, 1, 2, 4}));
         EXPECT_EQ(observer.eventCalls, 3);
@@ -144,7 +141,7 @@ TEST(CRijndaelProgress, StreamingRunsEventsEvery500Blocks) {
         RecordingObserver observer;
         CRijndael rijndael(&observer);
         ASSERT_TRUE(rijndael.EncryptPrepareKey(kKey));
-        const Bytes data = Pattern(static_cast<std::size_t>(blocks) * 32, 10);
+        const Bytes data = PatternBytes(static_cast<std::size_t>(blocks) * 32, 10);
         static_cast<void>(rijndael.DecryptDo(rijndael.EncryptDo(data, false), false));
         EXPECT_EQ(observer.eventCalls, 2 * calls) << blocks << " blocks";
         EXPECT_TRUE(observer.positions.empty());
@@ -152,7 +149,7 @@ TEST(CRijndaelProgress, StreamingRunsEventsEvery500Blocks) {
 }
 
 TEST(CRijndaelCancel, OneShotKeepsFullLengthWithFinishedBlocksOnly) {
-    const Bytes plain = Pattern(5 * 32, 11);
+    const Bytes plain = PatternBytes(5 * 32, 11);
     const Bytes cipher = CRijndael().EncryptData(plain, kKey, true);
     RecordingObserver observer;
     CRijndael rijndael(&observer);
@@ -164,7 +161,7 @@ TEST(CRijndaelCancel, OneShotKeepsFullLengthWithFinishedBlocksOnly) {
 }
 
 TEST(CRijndaelCancel, StreamingReturnsNothingAndKeepsItsChainingBlocks) {
-    const Bytes plain = Pattern(2000 * 32, 12);
+    const Bytes plain = PatternBytes(2000 * 32, 12);
     const Bytes expected = CRijndael().EncryptData(plain, kKey, true);
     RecordingObserver observer;
     CRijndael rijndael(&observer);

@@ -1,5 +1,6 @@
 // Known-answer tests of the cipher against the published Rijndael-256/256 vectors in
 // tests/data (see tests/data/README.md for their sources), on every cipher path this CPU has.
+#include "common/TestBytes.h"
 #include "crypto/CRijndael.h"
 #include "crypto/CipherPathTesting.h"
 
@@ -31,13 +32,7 @@ std::vector<Row> ReadTable(const std::string& name) {
     return rows;
 }
 
-Bytes FromHex(const std::string& hex) {
-    Bytes bytes;
-    for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
-        bytes.push_back(static_cast<std::uint8_t>(std::stoul(hex.substr(i, 2), nullptr, 16)));
-    }
-    return bytes;
-}
+using testing::BytesFromHex;
 
 Bytes LastBlock(const Bytes& bytes) {
     return Bytes(bytes.end() - static_cast<std::ptrdiff_t>(kBlockBytes), bytes.end());
@@ -63,8 +58,8 @@ TEST_P(CRijndaelVectors, EveryEcbKnownAnswerHoldsBothWays) {
     const auto rows = ReadTable("rijndael256-ecb-kat.tsv");
     ASSERT_EQ(rows.size(), 1545U);
     for (const Row& row : rows) {
-        ASSERT_TRUE(
-            BlockHoldsBothWays(GetParam(), 8, 8, FromHex(row[0]), FromHex(row[1]), FromHex(row[2])))
+        ASSERT_TRUE(BlockHoldsBothWays(GetParam(), 8, 8, BytesFromHex(row[0]), BytesFromHex(row[1]),
+                                       BytesFromHex(row[2])))
             << row[3];
     }
 }
@@ -74,8 +69,8 @@ TEST_P(CRijndaelVectors, EveryIteratedResultHoldsAsZeroIvCbc) {
     const auto rows = ReadTable("rijndael256-mct.txt");
     ASSERT_EQ(rows.size(), 1540U);
     for (const Row& row : rows) {
-        const Bytes key = FromHex(row[0]);
-        Bytes message = FromHex(row[1]);
+        const Bytes key = BytesFromHex(row[0]);
+        Bytes message = BytesFromHex(row[1]);
         message.resize(std::stoul(row[2]) * kBlockBytes);
         CRijndael oneShot;
         ASSERT_TRUE(oneShot.UseCipherPath(GetParam()));
@@ -83,7 +78,7 @@ TEST_P(CRijndaelVectors, EveryIteratedResultHoldsAsZeroIvCbc) {
         CRijndael stream;
         ASSERT_TRUE(stream.UseCipherPath(GetParam()));
         ASSERT_TRUE(stream.EncryptPrepareKey(key));
-        ASSERT_EQ(LastBlock(cipher), FromHex(row[3])) << row[4];
+        ASSERT_EQ(LastBlock(cipher), BytesFromHex(row[3])) << row[4];
         ASSERT_TRUE(oneShot.DecryptData(cipher, key) == message) << row[4];
         ASSERT_TRUE(stream.EncryptDo(message, false) == cipher) << row[4];
         ASSERT_TRUE(stream.DecryptDo(cipher, false) == message) << row[4];
@@ -93,8 +88,8 @@ TEST_P(CRijndaelVectors, EveryIteratedResultHoldsAsZeroIvCbc) {
 TEST_P(CRijndaelVectors, CbcVectorWithIvHoldsBothWays) {
     const auto rows = ReadTable("rijndael256-cbc.tsv");
     ASSERT_EQ(rows.size(), 1U);
-    const Bytes key = FromHex(rows[0][0]), iv = FromHex(rows[0][1]);
-    const Bytes plain = FromHex(rows[0][2]), cipher = FromHex(rows[0][3]);
+    const Bytes key = BytesFromHex(rows[0][0]), iv = BytesFromHex(rows[0][1]);
+    const Bytes plain = BytesFromHex(rows[0][2]), cipher = BytesFromHex(rows[0][3]);
     CRijndael rijndael;
     ASSERT_TRUE(rijndael.UseCipherPath(GetParam()));
     ASSERT_TRUE(rijndael.EncryptPrepareKey(key));
@@ -113,11 +108,12 @@ TEST_P(CRijndaelVectors, CbcVectorWithIvHoldsBothWays) {
 TEST_P(CRijndaelVectors, ShortBlockMatchesAesKnownAnswers) {
     Bytes key(32);
     std::iota(key.begin(), key.end(), std::uint8_t{0});
-    const Bytes plain = FromHex("00112233445566778899aabbccddeeff");
+    const Bytes plain = BytesFromHex("00112233445566778899aabbccddeeff");
     for (const auto& [keyWords, cipherHex] : {std::pair{4, "69c4e0d86a7b0430d8cdb78070b4c55a"},
                                               {6, "dda97ca4864cdfe06eaf70a0ec0d7191"},
                                               {8, "8ea2b7ca516745bfeafc49904b496089"}}) {
-        EXPECT_TRUE(BlockHoldsBothWays(GetParam(), 4, keyWords, key, plain, FromHex(cipherHex)))
+        EXPECT_TRUE(
+            BlockHoldsBothWays(GetParam(), 4, keyWords, key, plain, BytesFromHex(cipherHex)))
             << keyWords << " key words";
     }
 }

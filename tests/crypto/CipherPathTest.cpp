@@ -1,26 +1,21 @@
 // Each hardware cipher path against the portable one: the bulk calls on odd block counts (the
 // hardware kernels work in groups of four and eight blocks), streams cut at odd places, and
 // cancel inside a call. Plus the rules by which a process chooses its path.
+#include "common/TestBytes.h"
 #include "crypto/CRijndael.h"
 #include "crypto/CipherPathTesting.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <gtest/gtest.h>
-#include <random>
 #include <vector>
 
 namespace kelvora {
 namespace {
 
-Bytes Random(std::size_t size, unsigned seed) {
-    std::mt19937 random(seed);
-    Bytes bytes(size);
-    std::generate(bytes.begin(), bytes.end(), [&] { return static_cast<std::uint8_t>(random()); });
-    return bytes;
-}
+using testing::PatternBytes;
 
-const Bytes kKey = Random(kKeyBytes, 21);
+const Bytes kKey = PatternBytes(kKeyBytes, 21);
 
 using CipherPathAgainstPortable = CipherPathTest;
 
@@ -33,8 +28,8 @@ TEST_P(CipherPathAgainstPortable, BulkCallsAgreeOnOddBlockCounts) {
     for (const std::size_t blocks :
          std::vector<std::size_t>{1, 2, 3, 4, 5, 7, 8, 9, 11, 12, 15, 16, 17, 31, 33, 501}) {
         const auto seed = static_cast<unsigned>(blocks);
-        const Bytes plain = Random(blocks * kBlockBytes, seed);
-        const Bytes iv = Random(kBlockBytes, seed + 1000);
+        const Bytes plain = PatternBytes(blocks * kBlockBytes, seed);
+        const Bytes iv = PatternBytes(kBlockBytes, seed + 1000);
         Bytes expected(plain.size()), expectedIv = iv;
         portable.EncryptBlocksCbc(plain.data(), expected.data(), blocks, expectedIv.data());
         Bytes cipher(plain.size()), chain = iv;
@@ -68,7 +63,7 @@ TEST_P(CipherPathAgainstPortable, StreamsAgreeAcrossCallBoundaries) {
     ASSERT_TRUE(path.EncryptPrepareKey(kKey));
     Bytes cipher;
     for (std::size_t i = 0; i < pieces.size(); ++i) {
-        const Bytes plain = Random(pieces[i], static_cast<unsigned>(i));
+        const Bytes plain = PatternBytes(pieces[i], static_cast<unsigned>(i));
         const Bytes expected = portable.EncryptDo(plain, i > 0);
         ASSERT_EQ(path.EncryptDo(plain, i > 0), expected) << "piece " << i;
         cipher.insert(cipher.end(), expected.begin(), expected.end());
@@ -97,7 +92,7 @@ struct CancellingObserver : JobObserver {
 };
 
 TEST_P(CipherPathAgainstPortable, CancelIsHonouredInsideACall) {
-    const Bytes plain = Random(2000 * kBlockBytes, 5);
+    const Bytes plain = PatternBytes(2000 * kBlockBytes, 5);
     for (const bool encrypt : {true, false}) {
         CancellingObserver observer;
         CRijndael rijndael(&observer);

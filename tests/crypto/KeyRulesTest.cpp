@@ -1,5 +1,6 @@
 #include "crypto/KeyRules.h"
 
+#include "common/TestBytes.h"
 #include "crypto/Md5.h"
 
 #include <gtest/gtest.h>
@@ -13,12 +14,7 @@ std::string KeyText(const SecretBytes& key) {
 
 // Raw digest bytes of a text, from its hex form.
 std::string RawDigest(const std::string& text) {
-    const std::string hex = *MD5String(text);
-    std::string raw;
-    for (std::size_t i = 0; i < hex.size(); i += 2) {
-        raw.push_back(static_cast<char>(std::stoi(hex.substr(i, 2), nullptr, 16)));
-    }
-    return raw;
+    return StringFromBytes(testing::BytesFromHex(*MD5String(text)));
 }
 
 TEST(MakePassphraseKey, FillsWithAAndCutsAt32) {

@@ -3,7 +3,6 @@
 #include "common/FixedRandom.h"
 #include "crypto/CRijndael.h"
 #include "crypto/KeyRules.h"
-#include "files/CompressBlock.h"
 #include "files/ContainerIndex.h"
 #include "files/DecryptJob.h"
 #include "files/EncryptJob.h"
@@ -11,7 +10,6 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
-#include <random>
 #include <stdexcept>
 #include <zlib.h>
 
@@ -29,19 +27,6 @@ void WriteFile(const std::string& path, const Bytes& bytes) {
 Bytes ReadFile(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     return Bytes(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
-
-Bytes PatternBytes(std::size_t count, std::uint32_t seed, bool compressible) {
-    static constexpr char kWords[] = "lorem ipsum dolor sit amet consectetur adipiscing elit ";
-    std::mt19937 generator(seed);
-    Bytes bytes(count);
-    for (std::size_t i = 0; i < count; ++i) {
-        bytes[i] =
-            compressible
-                ? static_cast<std::uint8_t>(kWords[(i + generator() % 3) % (sizeof kWords - 1)])
-                : static_cast<std::uint8_t>(generator());
-    }
-    return bytes;
 }
 
 std::vector<std::string> FilesBelow(const std::string& folder) {
@@ -82,45 +67,23 @@ void AppendLe32(Bytes& out, std::uint32_t value) {
     }
 }
 
-// BlockByHand lays out a compressed block from its fields around a zlib stream.
-Bytes BlockByHand(std::span<const std::uint8_t> data, ZlibStreamMaker makeStream) {
+// BlockByHand lays out a compressed block from its fields around zlib's own stream, as
+// other copies write it.
+Bytes BlockByHand(std::span<const std::uint8_t> data) {
     Bytes block{0xD2, 0x02, 0x96, 0x49}; // the magic 1234567890
     AppendLe32(block, static_cast<std::uint32_t>(data.size()));
-    const Bytes stream = makeStream(data);
-    block.insert(block.end(), stream.begin(), stream.end());
-    return block;
-}
-
-} // namespace
-
-Bytes ZlibOwnStream(std::span<const std::uint8_t> data) {
     uLongf length = compressBound(static_cast<uLong>(data.size()));
     Bytes stream(length);
     if (compress(stream.data(), &length, data.data(), static_cast<uLong>(data.size())) != Z_OK) {
         throw std::runtime_error("zlib cannot compress");
     }
-    stream.resize(length);
-    return stream;
+    block.insert(block.end(), stream.begin(), stream.begin() + static_cast<std::ptrdiff_t>(length));
+    return block;
 }
 
-Bytes ProductStream(std::span<const std::uint8_t> data) {
-    Bytes block;
-    if (!CompressBlock(data, block)) {
-        throw std::runtime_error("the compression binding failed");
-    }
-    Bytes stream(block.begin() + 8, block.end());
-    Bytes restored(data.size());
-    auto length = static_cast<uLongf>(restored.size());
-    if (uncompress(restored.data(), &length, stream.data(), static_cast<uLong>(stream.size())) !=
-            Z_OK ||
-        length != data.size() || !std::equal(restored.begin(), restored.end(), data.begin())) {
-        throw std::runtime_error("zlib cannot read a block of the compression binding");
-    }
-    return stream;
-}
+} // namespace
 
-Bytes BuildContainer(const std::vector<StoredFile>& files, std::vector<std::int64_t> byteCounts,
-                     ZlibStreamMaker makeStream) {
+Bytes BuildContainer(const std::vector<StoredFile>& files, std::vector<std::int64_t> byteCounts) {
     CRijndael cipher;
     if (!cipher.EncryptPrepareKey(MakePassphraseKey(kPassphrase).bytes())) {
         throw std::runtime_error("cannot prepare the key");
@@ -140,8 +103,7 @@ Bytes BuildContainer(const std::vector<StoredFile>& files, std::vector<std::int6
         do {
             const std::size_t take = std::min(2097152 - plain.size(), file.data.size() - done);
             if (take > 0) {
-                const Bytes block =
-                    BlockByHand(std::span(file.data).subspan(done, take), makeStream);
+                const Bytes block = BlockByHand(std::span(file.data).subspan(done, take));
                 if (done == 0) {
                     plain[32] = static_cast<std::uint8_t>(block.size() % 32);
                 }

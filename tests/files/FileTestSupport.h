@@ -2,6 +2,7 @@
 
 #include "common/Bytes.h"
 #include "common/TempFolder.h"
+#include "common/TestBytes.h"
 #include "files/FileError.h"
 #include "files/FileIo.h"
 #include "files/FileJobObserver.h"
@@ -29,9 +30,6 @@ private:
 void WriteFile(const std::string& path, const Bytes& bytes);
 Bytes ReadFile(const std::string& path);
 
-// PatternBytes gives reproducible bytes: random-looking (incompressible) or text-like.
-Bytes PatternBytes(std::size_t count, std::uint32_t seed, bool compressible = false);
-
 // FilesBelow lists every file below folder as relative paths, sorted.
 std::vector<std::string> FilesBelow(const std::string& folder);
 
@@ -41,17 +39,19 @@ public:
     bool replaceContainer = false;
     ExistingFileAnswer existingFile = ExistingFileAnswer::Cancel;
     std::optional<std::string> anotherName;
-    // cancelAfterEvents cancels once LetEventsRun was called this often (-1: never).
-    int cancelAfterEvents = -1;
-    int events = 0;
+    // cancelAfterChunk cancels once the job reported this chunk of a file done (0: never).
+    std::int64_t cancelAfterChunk = 0;
 
-    bool CancelRequested() override {
-        return cancelAfterEvents >= 0 && events >= cancelAfterEvents;
+    bool CancelRequested() override { return m_cancel; }
+    void OnProgress(std::int64_t chunk) override {
+        m_cancel = m_cancel || (cancelAfterChunk > 0 && chunk >= cancelAfterChunk);
     }
-    void LetEventsRun() override { ++events; }
     bool AskReplaceContainer(const std::string&) override { return replaceContainer; }
     ExistingFileAnswer AskExistingFile(const std::string&) override { return existingFile; }
     std::optional<std::string> AskAnotherName(const std::string&) override { return anotherName; }
+
+private:
+    bool m_cancel = false;
 };
 
 inline constexpr const char* kPassphrase = "correct horse battery staple";
@@ -70,20 +70,10 @@ struct StoredFile {
     Bytes data;
 };
 
-// A ZlibStreamMaker gives the zlib stream of one chunk's data for a hand-built block.
-using ZlibStreamMaker = Bytes (*)(std::span<const std::uint8_t> data);
-
-// ZlibOwnStream is zlib's one-shot compress at its default level, as other copies write.
-Bytes ZlibOwnStream(std::span<const std::uint8_t> data);
-
-// ProductStream is the stream this program's compression binding writes, once zlib's own
-// uncompress has restored data from it (it throws when zlib cannot).
-Bytes ProductStream(std::span<const std::uint8_t> data);
-
 // BuildContainer writes the records of files, then the index of byteCounts (the files' real
-// counts when empty), as another copy of the program could, with blocks from makeStream.
+// counts when empty), as another copy of the program could, with blocks from zlib's one-shot
+// compress at its default level.
 Bytes BuildContainer(const std::vector<StoredFile>& files,
-                     std::vector<std::int64_t> byteCounts = {},
-                     ZlibStreamMaker makeStream = ZlibOwnStream);
+                     std::vector<std::int64_t> byteCounts = {});
 
 } // namespace kelvora::testing

@@ -102,12 +102,6 @@ TEST(TempOutputFile, CommitReplacesOnlyWhenAsked) {
     EXPECT_EQ(FilesBelow(scratch.Path()), std::vector<std::string>{"result.bin"});
 }
 
-} // namespace
-} // namespace kelvora
-
-namespace kelvora {
-namespace {
-
 // An output that is one of the inputs, or lies in a folder being encrypted.
 struct OutputInputCase {
     const char* name;
@@ -146,12 +140,6 @@ INSTANTIATE_TEST_SUITE_P(
                       OutputInputCase{"NewContainerInTheFolder", {"dir"}, "dir/new.vexo"},
                       OutputInputCase{"ThroughDotDot", {"dir"}, "dir/../dir/new.vexo"}),
     [](const auto& info) { return info.param.name; });
-
-} // namespace
-} // namespace kelvora
-
-namespace kelvora {
-namespace {
 
 TEST(DecryptContainer, AConflictFoundLateStopsTheRunBeforeAnythingIsWritten) {
     ScratchFolder scratch;

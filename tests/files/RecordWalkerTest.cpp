@@ -3,6 +3,7 @@
 #include "crypto/KeyRules.h"
 #include "files/ContainerFormat.h"
 #include "files/FileTestSupport.h"
+#include "files/WalkHandlers.h"
 
 #include <algorithm>
 #include <functional>
@@ -173,80 +174,34 @@ void Flip(Damaged& d, std::size_t offset) {
     d.container[offset] ^= 0x10;
 }
 
+// CutAt cuts the container before record `record` (5: the index); FlipAt flips a byte at
+// `offset` from the start of record `record`.
+std::function<void(Damaged&)> CutAt(std::size_t record, std::size_t extra = 0) {
+    return [=](Damaged& d) { d.container.resize(d.records[record] + extra); };
+}
+std::function<void(Damaged&)> FlipAt(std::size_t record, std::size_t offset) {
+    return [=](Damaged& d) { Flip(d, d.records[record] + offset); };
+}
+
+using enum IndexCheck;
+const std::vector<std::string> kAll = {"a1", "bg", "c1"};
+const std::vector<std::string> kAroundBg = {"a1", "c1"};
+
 INSTANTIATE_TEST_SUITE_P(
     Cases, Salvage,
     ::testing::Values(
-        DamageCase{"Whole", [](Damaged&) {}, {"a1", "bg", "c1"}, "", 0, 0, IndexCheck::Matches},
-        DamageCase{"IndexLost",
-                   [](Damaged& d) { d.container.resize(d.records[5]); },
-                   {"a1", "bg", "c1"},
-                   "",
-                   0,
-                   0,
-                   IndexCheck::Missing},
-        DamageCase{"IndexFlipped",
-                   [](Damaged& d) { Flip(d, d.records[5]); },
-                   {"a1", "bg", "c1"},
-                   "",
-                   0,
-                   0,
-                   IndexCheck::Differs},
-        DamageCase{"CutAfterBig",
-                   [](Damaged& d) { d.container.resize(d.records[4]); },
-                   {"a1", "bg"},
-                   "",
-                   0,
-                   0,
-                   IndexCheck::Missing},
-        DamageCase{"CutInBig",
-                   [](Damaged& d) { d.container.resize(d.records[3] + 100); },
-                   {"a1"},
-                   "bg",
-                   3,
-                   kRoom + kChunkBytes,
-                   IndexCheck::Missing},
-        DamageCase{"FirstRecordOfAFlipped",
-                   [](Damaged& d) { Flip(d, d.records[0] + 4 + 40); },
-                   {"bg", "c1"},
-                   "",
-                   0,
-                   0,
-                   IndexCheck::Differs},
-        DamageCase{"LengthOfBgFlipped",
-                   [](Damaged& d) { Flip(d, d.records[1]); },
-                   {"a1", "c1"},
-                   "",
-                   0,
-                   0,
-                   IndexCheck::Differs},
-        DamageCase{"FirstRecordOfBigFlipped",
-                   [](Damaged& d) { Flip(d, d.records[1] + 4 + 1000); },
-                   {"a1", "c1"},
-                   "bg",
-                   1,
-                   0,
-                   IndexCheck::Matches},
-        DamageCase{"SecondRecordFlipped",
-                   [](Damaged& d) { Flip(d, d.records[2] + 4 + 5000); },
-                   {"a1", "c1"},
-                   "bg",
-                   2,
-                   kRoom,
-                   IndexCheck::Matches},
-        DamageCase{"LengthOfSecondRecordFlipped",
-                   [](Damaged& d) { Flip(d, d.records[2] + 3); },
-                   {"a1", "c1"},
-                   "bg",
-                   2,
-                   kRoom,
-                   IndexCheck::Differs},
-        DamageCase{"LastRecordOfBigFlipped",
-                   [](Damaged& d) { Flip(d, d.records[3] + 40); },
-                   {"a1", "c1"},
-                   "bg",
-                   3,
-                   kRoom + kChunkBytes,
-                   IndexCheck::Matches}),
+        DamageCase{"Whole", [](Damaged&) {}, kAll, "", 0, 0, Matches},
+        DamageCase{"IndexLost", CutAt(5), kAll, "", 0, 0, Missing},
+        DamageCase{"IndexFlipped", FlipAt(5, 0), kAll, "", 0, 0, Differs},
+        DamageCase{"CutAfterBig", CutAt(4), {"a1", "bg"}, "", 0, 0, Missing},
+        DamageCase{"CutInBig", CutAt(3, 100), {"a1"}, "bg", 3, kRoom + kChunkBytes, Missing},
+        DamageCase{"FirstRecordOfAFlipped", FlipAt(0, 44), {"bg", "c1"}, "", 0, 0, Differs},
+        DamageCase{"LengthOfBgFlipped", FlipAt(1, 0), kAroundBg, "", 0, 0, Differs},
+        DamageCase{"FirstRecordOfBigFlipped", FlipAt(1, 1004), kAroundBg, "bg", 1, 0, Matches},
+        DamageCase{"SecondRecordFlipped", FlipAt(2, 5004), kAroundBg, "bg", 2, kRoom, Matches},
+        DamageCase{"LengthOfSecondRecordFlipped", FlipAt(2, 3), kAroundBg, "bg", 2, kRoom, Differs},
+        DamageCase{"LastRecordOfBigFlipped", FlipAt(3, 40), kAroundBg, "bg", 3, kRoom + kChunkBytes,
+                   Matches}),
     [](const auto& info) { return info.param.name; });
 
 // Cut at every record boundary, with the index lost, the files whose records all came before
@@ -322,6 +277,60 @@ TEST(RecordWalk, StopsAtTheFirstDamageWithoutKeepGoing) {
     EXPECT_EQ(outcome.result.chunk, 2);
     EXPECT_EQ(collected.names, (std::vector<std::string>{"a1", "bg"}));
 }
+
+// A salvage from a file walks it once for the names and settles every conflict before the
+// walk that writes: an existing later file stops the run before an earlier one is written,
+// and two files with the same name are asked about as the indexed restore asks.
+struct PlanCase {
+    const char* name;
+    std::vector<StoredFile> files;
+    ExistingFileAnswer answer;
+    std::vector<std::string> written; // below out/, after the run
+    FileError planned;
+};
+
+class PlannedSalvage : public ::testing::TestWithParam<PlanCase> {};
+
+TEST_P(PlannedSalvage, SettlesEveryConflictBeforeWriting) {
+    ScratchFolder scratch;
+    WriteFile(scratch / "out/b.txt", {'o', 'l', 'd'});
+    const Bytes container = BuildContainer(GetParam().files);
+    const SecretBytes key = MakePassphraseKey(kPassphrase);
+    ScriptedObserver observer;
+    WalkNames names;
+    MemorySource first(container, 65536);
+    ASSERT_TRUE(WalkRecords(first, key, names, observer, true).result.ok());
+    observer.existingFile = GetParam().answer;
+    WalkRestorer restorer(scratch / "out", observer, false);
+    EXPECT_EQ(restorer.PlanTargets(names.Names()).error, GetParam().planned);
+    if (GetParam().planned == FileError::None) {
+        MemorySource second(container, 65536);
+        EXPECT_TRUE(WalkRecords(second, key, restorer, observer, true).result.ok());
+    }
+    EXPECT_EQ(FilesBelow(scratch / "out"), GetParam().written);
+    EXPECT_EQ(ReadFile(scratch / "out/b.txt"), BytesFromString("old"));
+}
+
+const std::vector<StoredFile> kAB{{"a.txt", {'a'}}, {"b.txt", {'b'}}};
+const std::vector<StoredFile> kTwice{{"x.txt", {'1'}}, {"x.txt", {'2'}}};
+
+INSTANTIATE_TEST_SUITE_P(Cases, PlannedSalvage,
+                         ::testing::Values(PlanCase{"LaterFileExistsCancel",
+                                                    kAB,
+                                                    ExistingFileAnswer::Cancel,
+                                                    {"b.txt"},
+                                                    FileError::Cancelled},
+                                           PlanCase{"LaterFileExistsSkip",
+                                                    kAB,
+                                                    ExistingFileAnswer::Skip,
+                                                    {"a.txt", "b.txt"},
+                                                    FileError::None},
+                                           PlanCase{"SameNameTwiceRenamed",
+                                                    kTwice,
+                                                    ExistingFileAnswer::Rename,
+                                                    {"b.txt", "x (2).txt", "x.txt"},
+                                                    FileError::None}),
+                         [](const auto& info) { return info.param.name; });
 
 } // namespace
 } // namespace kelvora
