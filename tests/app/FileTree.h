@@ -3,12 +3,12 @@
 // FileTree is the tests' temporary folder seen from Qt, with helpers to write generated
 // contents and to read back whole trees for byte-for-byte comparison.
 #include "common/TempFolder.h"
+#include "common/TestBytes.h"
 
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QMap>
-#include <cstdint>
 
 namespace kelvora::testing {
 
@@ -30,17 +30,12 @@ public:
         return path;
     }
 
-    // WriteNoise writes size bytes that do not compress (a seeded xorshift sequence).
+    // WriteNoise writes size bytes that do not compress.
     QString WriteNoise(const QString& relative, qint64 size) const {
-        QByteArray bytes(size, Qt::Uninitialized);
-        std::uint64_t state = 0x9E3779B97F4A7C15ULL + static_cast<std::uint64_t>(size);
-        for (qint64 i = 0; i < size; ++i) {
-            state ^= state << 13;
-            state ^= state >> 7;
-            state ^= state << 17;
-            bytes[i] = static_cast<char>(state);
-        }
-        return Write(relative, bytes);
+        const Bytes noise =
+            PatternBytes(static_cast<std::size_t>(size), static_cast<std::uint32_t>(size));
+        return Write(relative, QByteArray::fromRawData(reinterpret_cast<const char*>(noise.data()),
+                                                       noise.size()));
     }
 
     // Contents maps every file below relative (paths relative to it) to its bytes.
