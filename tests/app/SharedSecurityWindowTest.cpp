@@ -172,11 +172,8 @@ private slots:
         QVERIFY(h.Find<QRadioButton>("optMults_0")->isChecked());
         QCOMPARE(h.Find<QLineEdit>("txtKeyNum")->text(), u"2"_s);
         QVERIFY(h.messages.shown.isEmpty());
-    }
 
-    // A made passphrase hides the sixth key place until the count changes.
-    void PassgenHidesTheSixthPlaceUntilTheCountChanges() {
-        Harness h;
+        // A made passphrase hides the sixth key place until the count changes.
         h.Click("optMults_1");
         SetCount(h, "7");
         h.Click("cmdPassgen");
