@@ -14,6 +14,7 @@
 
 #include <QCheckBox>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -48,33 +49,36 @@ PassphraseArea::PassphraseArea(WindowContext& context, QWidget* parent)
     grid->setVerticalSpacing(8);
     QLabel* prompt =
         parts::Caption(QStringLiteral("Label4"), kPassphrasePrompt, this, QStringLiteral("prompt"));
-    grid->addWidget(prompt, 0, 0, 1, 2);
+    grid->addWidget(prompt, 0, 0, 1, 3);
 
     m_txtCode = parts::Edit(QStringLiteral("TxtCode"), this, prompt);
     m_txtCode->setStyleSheet(QStringLiteral("lineedit-password-character: 42;")); // hide as "*"
     m_generateButton = parts::Button(QStringLiteral("cmdPassgen"), kCreateRandomText, this);
     grid->addWidget(m_txtCode, 1, 0);
     grid->addWidget(m_generateButton, 1, 1);
+    m_keyboardButton = parts::Button(QStringLiteral("cmdTast"), kScreenKeyboardButtonText, this);
+    grid->addWidget(m_keyboardButton, 1, 2);
     m_hidePassphrase =
         parts::Tag(new QCheckBox(this), QStringLiteral("ChkHPwd"), kHidePassphraseText);
-    grid->addWidget(m_hidePassphrase, 2, 0, Qt::AlignLeft);
-    m_keyboardButton = parts::Button(QStringLiteral("cmdTast"), kScreenKeyboardButtonText, this);
-    grid->addWidget(m_keyboardButton, 2, 1);
-
     m_rating = new RatingDisplay(this);
-    grid->addWidget(m_rating, 3, 0, 1, 2);
+    grid->addWidget(m_rating, 3, 0, 1, 3);
     m_warnings = new QLabel(this);
     m_warnings->setObjectName(QStringLiteral("LblPwdWarning"));
     m_warnings->setStyleSheet(QStringLiteral("color: #A8461B;"));
     m_warnings->setWordWrap(true);
     m_warnings->hide();
-    grid->addWidget(m_warnings, 4, 0, 1, 2);
+    grid->addWidget(m_warnings, 4, 0, 1, 3);
 
     m_sharedSecurity = new SharedSecurityPanel(
         *m_txtCode, m_context.messages, [&context] { return context.languageOffset; }, this);
-    // The mode buttons share the row of ChkHPwd, so shared mode costs the window little room.
-    grid->addWidget(m_sharedSecurity->ModeButtons(), 2, 0, Qt::AlignRight);
-    grid->addWidget(m_sharedSecurity, 5, 0, 1, 2);
+    // The mode buttons share the row of ChkHPwd, so shared mode costs the window little room;
+    // the row spans the card, so that the texts of every language fit side by side.
+    auto* optionRow = new QHBoxLayout;
+    optionRow->addWidget(m_hidePassphrase);
+    optionRow->addStretch();
+    optionRow->addWidget(m_sharedSecurity->ModeButtons());
+    grid->addLayout(optionRow, 2, 0, 1, 3);
+    grid->addWidget(m_sharedSecurity, 5, 0, 1, 3);
     grid->setColumnStretch(0, 1);
 
     connect(m_generateButton, &QPushButton::clicked, this, &PassphraseArea::OnGenerateClick);
