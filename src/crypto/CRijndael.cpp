@@ -82,7 +82,9 @@ void CRijndael::Decrypt(std::uint8_t* block) const {
 
 void CRijndael::EncryptBlocksCbc(const std::uint8_t* in, std::uint8_t* out, std::size_t count,
                                  std::uint8_t* iv) const {
-    if (OnHardware()) {
+    if (OnHardware() && m_path == CipherPath::Avx512) {
+        Rijndael256EncryptCbcAvx512(m_schedule->hardwareKeys, in, out, count, iv);
+    } else if (OnHardware()) {
         Rijndael256EncryptCbcAesNi(m_schedule->hardwareKeys, in, out, count, iv);
     } else if (HasKey()) {
         RijndaelEncryptCbc(m_schedule->Tables(), m_schedule->keys, in, out, count, iv);
@@ -91,7 +93,7 @@ void CRijndael::EncryptBlocksCbc(const std::uint8_t* in, std::uint8_t* out, std:
 
 void CRijndael::DecryptBlocksCbc(const std::uint8_t* in, std::uint8_t* out, std::size_t count,
                                  std::uint8_t* iv) const {
-    if (OnHardware() && m_path == CipherPath::Vaes) {
+    if (OnHardware() && (m_path == CipherPath::Vaes || m_path == CipherPath::Avx512)) {
         Rijndael256DecryptCbcVaes(m_schedule->hardwareKeys, in, out, count, iv);
     } else if (OnHardware()) {
         Rijndael256DecryptCbcAesNi(m_schedule->hardwareKeys, in, out, count, iv);

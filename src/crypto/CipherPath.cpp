@@ -12,10 +12,11 @@
 namespace kelvora {
 namespace {
 
-constexpr std::array<std::pair<CipherPath, std::string_view>, 3> kNames{{
+constexpr std::array<std::pair<CipherPath, std::string_view>, 4> kNames{{
     {CipherPath::Portable, "portable"},
     {CipherPath::AesNi, "aesni"},
     {CipherPath::Vaes, "vaes"},
+    {CipherPath::Avx512, "avx512"},
 }};
 
 bool CpuHasAesNi() {
@@ -35,6 +36,17 @@ bool CpuHasVaes() {
     unsigned eax = 0, ebx = 0, ecx = 0, edx = 0;
     const bool vaes = __get_cpuid_count(7, 0, &eax, &ebx, &ecx, &edx) != 0 && (ecx & kVaesBit) != 0;
     return CpuHasAesNi() && __builtin_cpu_supports("avx2") && vaes;
+#else
+    return false;
+#endif
+}
+
+// The compiler's checks of AVX-512 include the operating system's consent to save its state.
+bool CpuHasAvx512Permute() {
+#if defined(__x86_64__) || defined(__i386__)
+    return CpuHasVaes() && __builtin_cpu_supports("avx512f") &&
+           __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512bw") &&
+           __builtin_cpu_supports("avx512vbmi");
 #else
     return false;
 #endif
@@ -68,6 +80,8 @@ bool CipherPathAvailable(CipherPath path) {
         return CpuHasAesNi();
     case CipherPath::Vaes:
         return CpuHasVaes();
+    case CipherPath::Avx512:
+        return CpuHasAvx512Permute();
     }
     return false;
 }
@@ -76,9 +90,9 @@ CipherPath ChooseCipherPath(std::optional<CipherPath> forced) {
     if (forced && CipherPathAvailable(*forced)) {
         return *forced;
     }
-    for (CipherPath fastest : {CipherPath::Vaes, CipherPath::AesNi}) {
-        if (CipherPathAvailable(fastest)) {
-            return fastest;
+    for (auto path = kCipherPaths.rbegin(); path != kCipherPaths.rend(); ++path) {
+        if (CipherPathAvailable(*path)) {
+            return *path;
         }
     }
     return CipherPath::Portable;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string_view>
 
@@ -11,11 +12,17 @@ enum class CipherPath {
     Portable, // table look-ups, any CPU
     AesNi,    // AES instructions on 128-bit registers (needs AES-NI, SSSE3, SSE4.1)
     Vaes,     // decryption two blocks per 256-bit register (also needs AVX2 and VAES)
+    Avx512,   // as Vaes, encryption a whole block per register (also needs AVX-512 VBMI and VL)
 };
+
+// Every path, slowest first.
+inline constexpr std::array<CipherPath, 4> kCipherPaths{CipherPath::Portable, CipherPath::AesNi,
+                                                        CipherPath::Vaes, CipherPath::Avx512};
 
 inline constexpr std::string_view kCipherPathVariable = "KELVORA_CIPHER";
 
-// CipherPathName is the path's name as KELVORA_CIPHER takes it: "portable", "aesni", "vaes".
+// CipherPathName is the path's name as KELVORA_CIPHER takes it: "portable", "aesni", "vaes",
+// "avx512".
 [[nodiscard]] std::string_view CipherPathName(CipherPath path);
 
 // ParseCipherPath reads a path's name; anything else gives nothing.

@@ -23,10 +23,13 @@ void MakeHardwareRoundKeys(const RijndaelSchedule& schedule, HardwareRoundKeys& 
 
 // The kernels have the contract of RijndaelEncryptCbc and RijndaelDecryptCbc for the 256-bit
 // block. They use instructions the CPU may lack: call them only on a path that
-// CipherPathAvailable allows. Encryption is serial in CBC, so both paths share one kernel;
-// decryption keeps four blocks in flight (AesNi) or eight, two per 256-bit register (Vaes).
+// CipherPathAvailable allows. Encryption is serial in CBC: AesNi and Vaes share the 128-bit
+// kernel, Avx512 has one with a whole block per register. Decryption keeps four blocks in
+// flight (AesNi) or eight, two per 256-bit register (Vaes and Avx512).
 void Rijndael256EncryptCbcAesNi(const HardwareRoundKeys& keys, const std::uint8_t* in,
                                 std::uint8_t* out, std::size_t count, std::uint8_t* iv);
+void Rijndael256EncryptCbcAvx512(const HardwareRoundKeys& keys, const std::uint8_t* in,
+                                 std::uint8_t* out, std::size_t count, std::uint8_t* iv);
 void Rijndael256DecryptCbcAesNi(const HardwareRoundKeys& keys, const std::uint8_t* in,
                                 std::uint8_t* out, std::size_t count, std::uint8_t* iv);
 void Rijndael256DecryptCbcVaes(const HardwareRoundKeys& keys, const std::uint8_t* in,

@@ -126,7 +126,7 @@ TEST_P(CipherPathAgainstPortable, CancelIsHonouredInsideACall) {
 INSTANTIATE_CIPHER_PATHS(CipherPathAgainstPortable);
 
 TEST(CipherPathChoice, NamesRoundTripAndUnknownNamesForceNothing) {
-    for (CipherPath path : {CipherPath::Portable, CipherPath::AesNi, CipherPath::Vaes}) {
+    for (CipherPath path : kCipherPaths) {
         EXPECT_EQ(ParseCipherPath(CipherPathName(path)), path);
         if (CipherPathAvailable(path)) {
             EXPECT_EQ(ChooseCipherPath(path), path);
@@ -138,8 +138,9 @@ TEST(CipherPathChoice, NamesRoundTripAndUnknownNamesForceNothing) {
     EXPECT_FALSE(ParseCipherPath(""));
     const CipherPath fastest = ChooseCipherPath(std::nullopt);
     EXPECT_TRUE(CipherPathAvailable(fastest));
-    EXPECT_EQ(fastest == CipherPath::Portable, !CipherPathAvailable(CipherPath::AesNi));
-    EXPECT_EQ(fastest == CipherPath::Vaes, CipherPathAvailable(CipherPath::Vaes));
+    for (CipherPath faster : kCipherPaths) {
+        EXPECT_FALSE(faster > fastest && CipherPathAvailable(faster)) << CipherPathName(faster);
+    }
 }
 
 // The process-wide path follows the environment, so ctest can run the whole suite once per

@@ -28,8 +28,6 @@ inline std::string CipherPathTestName(const ::testing::TestParamInfo<CipherPath>
 }
 
 #define INSTANTIATE_CIPHER_PATHS(suite)                                                            \
-    INSTANTIATE_TEST_SUITE_P(                                                                      \
-        , suite, ::testing::Values(CipherPath::Portable, CipherPath::AesNi, CipherPath::Vaes),     \
-        CipherPathTestName)
+    INSTANTIATE_TEST_SUITE_P(, suite, ::testing::ValuesIn(kCipherPaths), CipherPathTestName)
 
 } // namespace kelvora
