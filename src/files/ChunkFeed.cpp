@@ -22,7 +22,7 @@ bool ChunkFeed::OpenNextFile() {
 }
 
 void ChunkFeed::Fill() {
-    while (!m_stopped && m_compressor.InFlight() < m_compressor.Depth()) {
+    while (!m_stopped && m_compressor.HasRoom()) {
         if (m_chunksLeft == 0) {
             if (m_nextInput == m_inputs.size()) {
                 return;

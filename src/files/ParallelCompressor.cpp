@@ -1,6 +1,7 @@
 #include "files/ParallelCompressor.h"
 
 #include "files/CompressBlock.h"
+#include "files/ContainerFormat.h"
 
 #include <algorithm>
 
@@ -11,6 +12,9 @@ namespace {
 // More workers than this gain little (the cipher and the disk on the caller's thread become
 // the limit) and each chunk in flight costs about 4 MiB.
 constexpr std::size_t kMaxWorkers = 6;
+
+// How many small chunks may stand in for one full chunk in flight.
+constexpr std::size_t kSmallChunksPerFullChunk = 8;
 
 } // namespace
 
@@ -27,10 +31,17 @@ void ParallelCompressor::Compress(CompressedChunk& chunk) {
     }
 }
 
+bool ParallelCompressor::HasRoom() const {
+    // A chunk is at most kChunkBytes, so the next one cannot take the data past the bound.
+    return InFlight() < Depth() * kSmallChunksPerFullChunk &&
+           m_bytesInFlight + kChunkBytes <= Depth() * kChunkBytes;
+}
+
 void ParallelCompressor::Submit(Result<Bytes, Errno> data) {
     CompressedChunk chunk;
     if (data) {
         chunk.data = std::move(data).value();
+        m_bytesInFlight += chunk.data.size();
     } else {
         chunk.failure = FileFailure{FileError::ReadFailed, 0, data.error()};
     }
@@ -38,7 +49,9 @@ void ParallelCompressor::Submit(Result<Bytes, Errno> data) {
 }
 
 ParallelCompressor::CompressedChunk ParallelCompressor::Next() {
-    return m_workers.Next();
+    CompressedChunk chunk = m_workers.Next();
+    m_bytesInFlight -= chunk.data.size();
+    return chunk;
 }
 
 } // namespace kelvora

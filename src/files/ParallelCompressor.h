@@ -40,13 +40,19 @@ public:
     // Next waits for the oldest submitted chunk that has not been taken yet.
     [[nodiscard]] CompressedChunk Next();
     std::size_t InFlight() const { return m_workers.InFlight(); }
-    // Depth is how many chunks to keep in flight so that no worker waits.
+    // Depth is how many full chunks to keep in flight so that no worker waits.
     std::size_t Depth() const { return m_workers.WorkerCount() + 1; }
+    // HasRoom tells whether another chunk may go in. Small chunks (small files) take less
+    // time and memory each, so more of them are let in, while the data held stays within
+    // what Depth full chunks hold: blocks come back in order, and a few short chunks behind
+    // a long one would otherwise leave workers idle.
+    [[nodiscard]] bool HasRoom() const;
 
 private:
     static void Compress(CompressedChunk& chunk);
 
     OrderedWorkers<CompressedChunk> m_workers;
+    std::size_t m_bytesInFlight = 0;
 };
 
 } // namespace kelvora
