@@ -8,22 +8,19 @@ build=$1 root=$2 gui=$3
 rm -rf "$root"
 DESTDIR="$root" cmake --install "$build" --prefix /usr > /dev/null
 
+programs=(kelvora-cli)
 expected=(
   usr/bin/kelvora-cli
   usr/share/bash-completion/completions/kelvora-cli
-  usr/share/doc/kelvora/README.md
-  usr/share/doc/kelvora/changelog.gz
-  usr/share/doc/kelvora/copyright
+  usr/share/doc/kelvora/{README.md,changelog.gz,copyright}
   usr/share/man/man1/kelvora-cli.1.gz
 )
 if [ "$gui" = 1 ]; then
+  programs+=(kelvora)
   expected+=(
     usr/bin/kelvora
-    usr/share/applications/net.kelvora.Kelvora.Decrypt.desktop
-    usr/share/applications/net.kelvora.Kelvora.Encrypt.desktop
-    usr/share/applications/net.kelvora.Kelvora.desktop
-    usr/share/icons/hicolor/scalable/apps/net.kelvora.Kelvora.svg
-    usr/share/icons/hicolor/scalable/mimetypes/application-x-kelvora-container.svg
+    usr/share/applications/net.kelvora.Kelvora{.Decrypt,.Encrypt,}.desktop
+    usr/share/icons/hicolor/scalable/{apps/net.kelvora.Kelvora,mimetypes/application-x-kelvora-container}.svg
     usr/share/man/man1/kelvora.1.gz
     usr/share/metainfo/net.kelvora.Kelvora.metainfo.xml
     usr/share/mime/packages/net.kelvora.Kelvora.xml
@@ -31,20 +28,12 @@ if [ "$gui" = 1 ]; then
 fi
 
 actual=$(cd "$root" && find . -type f -o -type l | sed 's|^\./||' | LC_ALL=C sort)
-wanted=$(printf '%s\n' "${expected[@]}" | LC_ALL=C sort)
-if [ "$actual" != "$wanted" ]; then
-  echo "installed files differ from the expected list:"
-  diff <(echo "$wanted") <(echo "$actual") || true
-  exit 1
-fi
+diff <(printf '%s\n' "${expected[@]}" | LC_ALL=C sort) <(echo "$actual") ||
+  { echo "installed files differ from the expected list (< expected, > installed)"; exit 1; }
 
-for program in kelvora-cli kelvora; do
-  [ "$program" = kelvora ] && [ "$gui" != 1 ] && continue
-  [ -x "$root/usr/bin/$program" ] || { echo "$program is not executable"; exit 1; }
+# Running each installed program from the tree also shows it is executable there.
+for program in "${programs[@]}"; do
   version=$(QT_QPA_PLATFORM=offscreen "$root/usr/bin/$program" --version | head -n 1)
-  case $version in
-    "$program "[0-9]*.[0-9]*) ;;
-    *) echo "installed $program --version says '$version'"; exit 1 ;;
-  esac
+  [[ $version =~ ^$program\ [0-9]+\.[0-9]+ ]] ||
+    { echo "installed $program --version says '$version'"; exit 1; }
 done
-echo "installed $(echo "$actual" | wc -l) files"

@@ -1,11 +1,32 @@
 #!/usr/bin/env bash
-# Loads the installed completion the way bash-completion finds it, and checks what Tab
-# offers against what kelvora-cli's own --help texts say.
-# usage: check-completion.sh KELVORA_CLI ROOT SCRATCH
+# Checks what documents kelvora-cli against its own --help texts: the installed manual pages,
+# rendered as man does with every warning on, and the completion, loaded the way
+# bash-completion finds it.
+# usage: check-cli-docs.sh KELVORA_CLI ROOT SCRATCH WITH_GUI(0|1)
 set -euo pipefail
-cli=$1 root=$2 scratch=$3
+cli=$1 root=$2 scratch=$3 gui=$4
 status=0
 fail() { echo "$*"; status=1; }
+
+# The overview lists commands as "  NAME   summary" between "Commands:" and a blank line.
+commands=$("$cli" --help | sed -n '/^Commands:/,/^$/p' | awk 'NF > 1 { print $1 }' | LC_ALL=C sort)
+[ -n "$commands" ] || fail "kelvora-cli --help lists no commands"
+
+man1=$root/usr/share/man/man1
+pages=(kelvora-cli)
+[ "$gui" = 1 ] && pages+=(kelvora)
+version=$("$cli" --version | head -n 1 | cut -d' ' -f2)
+export LC_ALL=C.UTF-8 MANWIDTH=80
+for page in "${pages[@]}"; do
+  warnings=$(man --warnings -l "$man1/$page.1.gz" 2>&1 > /dev/null) || fail "man cannot show $page.1.gz"
+  [ -z "$warnings" ] || fail "$page.1.gz: $warnings"
+  man -l "$man1/$page.1.gz" 2> /dev/null | grep -q "Kelvora $version" || fail "$page.1.gz does not name version $version"
+done
+text=$(man -l "$man1/kelvora-cli.1.gz" 2> /dev/null)
+for command in $commands; do
+  grep -qx "   $command" <<< "$text" || fail "kelvora-cli(1) has no section for '$command'"
+  grep -q "Usage: kelvora-cli $command" <<< "$text" || fail "kelvora-cli(1) lacks the usage of '$command'"
+done
 
 # complete_words WORD... prints, one a line and sorted, what Tab offers for the last word.
 complete_words() {
@@ -18,9 +39,6 @@ complete_words() {
     _kelvora_cli
     printf "%s\n" "${COMPREPLY[@]}"' bash "$@" | LC_ALL=C sort
 }
-
-commands=$("$cli" --help | sed -n '/^Commands:/,/^$/p' | awk 'NF > 1 { print $1 }' | LC_ALL=C sort)
-[ -n "$commands" ] || fail "kelvora-cli --help lists no commands"
 
 got=$(complete_words "")
 [ "$got" = "$(printf '%s\nhelp\n' "$commands" | LC_ALL=C sort)" ] ||
