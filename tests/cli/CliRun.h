@@ -3,6 +3,8 @@
 #include "cli/Commands.h"
 
 #include <atomic>
+#include <functional>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <sstream>
@@ -24,7 +26,7 @@ inline const std::string kGreek = "\xCE\xB1\xCE\xB2\xCE\xB3"; // αβγ
 inline const std::string kEmoji = "\xF0\x9F\x94\x91";
 
 // Passphrase is an environment that gives passphrase.
-inline std::map<std::string, std::string> Passphrase(const std::string& passphrase) {
+inline Env Passphrase(const std::string& passphrase) {
     return {{"KELVORA_PASSPHRASE", passphrase}};
 }
 
@@ -41,16 +43,22 @@ public:
     explicit ScriptedPrompt(std::vector<std::string> answers) : m_answers(std::move(answers)) {}
     std::optional<std::string> Ask(std::string_view prompt) override {
         asked.emplace_back(prompt);
-        if (asked.size() > m_answers.size()) {
-            return std::nullopt;
-        }
-        return m_answers[asked.size() - 1];
+        return asked.size() <= m_answers.size() ? std::optional(m_answers[asked.size() - 1])
+                                                : std::nullopt;
     }
     std::vector<std::string> asked;
 
 private:
     std::vector<std::string> m_answers;
 };
+
+// Lookup answers the names env holds, and no other.
+inline std::function<std::optional<std::string>(const char*)> Lookup(const Env& env) {
+    return [&env](const char* name) -> std::optional<std::string> {
+        const auto it = env.find(name);
+        return it == env.end() ? std::nullopt : std::optional<std::string>(it->second);
+    };
+}
 
 // RunInProcess runs a kelvora-cli command line inside the test, reading in, with an
 // environment made of env alone (no variable of the test's own counts), the prompt given
@@ -60,12 +68,7 @@ inline CliResult RunInProcess(const std::vector<std::string>& args, std::istream
                               const std::atomic<int>* stop = nullptr) {
     std::ostringstream out;
     std::ostringstream err;
-    cli::CliContext context{in, out, err, [&env](const char* name) -> std::optional<std::string> {
-                                const auto it = env.find(name);
-                                return it == env.end() ? std::nullopt
-                                                       : std::optional<std::string>(it->second);
-                            }};
-    context.prompt = prompt;
+    cli::CliContext context{in, out, err, Lookup(env), prompt};
     context.stopSignal = stop;
     const int status = cli::RunCli(context, args);
     return CliResult{status, out.str(), err.str()};
@@ -77,22 +80,10 @@ inline CliResult RunInProcess(const std::vector<std::string>& args, const std::s
     return RunInProcess(args, in, env);
 }
 
-// Words splits a command line at blanks, replacing each word that is a key of names.
-inline std::vector<std::string> Words(const std::string& line, const Env& names = {}) {
+// Words splits a command line at blanks.
+inline std::vector<std::string> Words(const std::string& line) {
     std::istringstream stream(line);
-    std::vector<std::string> words;
-    for (std::string word; stream >> word;) {
-        const auto it = names.find(word);
-        words.push_back(it == names.end() ? word : it->second);
-    }
-    return words;
+    return {std::istream_iterator<std::string>(stream), std::istream_iterator<std::string>()};
 }
-
-// RunProcess runs the built kelvora-cli as a process in a session of its own (so it has no
-// terminal), with no input and the test's environment without KELVORA_PASSPHRASE plus env.
-// With signal set, it sends that signal after afterMs milliseconds; a process still running
-// 5 seconds later is killed (status -1).
-CliResult RunProcess(const std::vector<std::string>& args, const Env& env = {}, int signal = 0,
-                     int afterMs = 0);
 
 } // namespace kelvora::testing

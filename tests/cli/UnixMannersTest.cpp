@@ -1,10 +1,10 @@
 #include "CliRun.h"
+#include "cli/CliArgs.h"
+#include "cli/FileProgress.h"
 #include "cli/LanguageChoice.h"
-#include "common/Version.h"
-#include "crypto/CipherPath.h"
-#include "files/FileTestSupport.h"
 #include "i18n/Catalogue.h"
 
+#include <array>
 #include <gtest/gtest.h>
 
 namespace kelvora {
@@ -12,7 +12,39 @@ namespace {
 
 using namespace kelvora::testing;
 
-const Env kSecret = {{"KELVORA_PASSPHRASE", kPassphrase}};
+constexpr std::array kSpecs = {
+    cli::OptionSpec{"output", 'o', "FILE", {}}, cli::OptionSpec{"force", 'f', {}, {}},
+    cli::OptionSpec{"quiet", 'q', {}, {}}, cli::OptionSpec{"key-file", '\0', "FILE", {}}};
+
+TEST(ArgParsing, SplitsOptionsAndOperandsAsGnuToolsDo) {
+    // The arguments, the options as "name=value" and the operands, each split at blanks, and
+    // the error.
+    const std::tuple<const char*, const char*, const char*, const char*> rows[] = {
+        {"a b", "", "a b", ""},
+        {"a -o x b --force", "output=x force=", "a b", ""},
+        {"--output=x=y", "output=x=y", "", ""},
+        {"-ox", "output=x", "", ""},
+        {"-fqo x", "force= quiet= output=x", "", ""},
+        {"--key-file 1 --key-file=2", "key-file=1 key-file=2", "", ""},
+        {"-- -o --force", "", "-o --force", ""},
+        {"- -f", "force=", "-", ""},
+        {"-o -f", "output=-f", "", ""},
+        {"--colour", "", "", "unknown option '--colour'"},
+        {"-x", "", "", "unknown option '-x'"},
+        {"a --output", "", "", "option '--output' needs a value"},
+        {"--force=yes", "", "", "option '--force' takes no value"},
+    };
+    for (const auto& [args, expectedOptions, operands, error] : rows) {
+        const cli::ArgParseResult result = cli::ParseArgs(Words(args), kSpecs);
+        std::vector<std::string> options;
+        for (const auto& [name, value] : result.args.options) {
+            options.push_back(name + "=" + value);
+        }
+        EXPECT_EQ(result.error, error) << args;
+        EXPECT_EQ(options, Words(expectedOptions)) << args;
+        EXPECT_EQ(result.args.operands, Words(operands)) << args;
+    }
+}
 
 TEST(UnixManners, HelpCommandEqualsTheCommandsOwnHelp) {
     for (const cli::Command* command : cli::AllCommands()) {
@@ -46,118 +78,64 @@ TEST(UnixManners, HelpCommandEqualsTheCommandsOwnHelp) {
     EXPECT_EQ(bare.err, overview.out);
 }
 
-TEST(UnixManners, VersionLeadsWithTheProductVersion) {
-    const auto result = RunInProcess({"--version"});
-    ASSERT_EQ(result.status, 0) << result.err;
-    EXPECT_EQ(result.out, "kelvora-cli " + std::string(kVersionText) + "\ncipher path: " +
-                              std::string(CipherPathName(ActiveCipherPath())) + "\n");
-}
-
-struct LocaleCase {
-    const char* name;
-    std::map<std::string, std::string> env;
-    int offset;
-};
-
-class LocaleLanguage : public ::testing::TestWithParam<LocaleCase> {};
-
-TEST_P(LocaleLanguage, FollowsTheFirstVariableSet) {
-    const auto& env = GetParam().env;
-    const auto getenv = [&env](const char* name) -> std::optional<std::string> {
-        const auto it = env.find(name);
-        return it == env.end() ? std::nullopt : std::optional<std::string>(it->second);
-    };
-    EXPECT_EQ(cli::LanguageOffsetFromLocale(getenv), GetParam().offset);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, LocaleLanguage,
-    ::testing::Values(
-        LocaleCase{"Nothing", {}, kEnglish},
-        LocaleCase{"LangGerman", {{"LANG", "de_DE.UTF-8"}}, kGerman},
-        LocaleCase{"AustrianWithModifier", {{"LANG", "de_AT.UTF-8@euro"}}, kGerman},
-        LocaleCase{"MessagesBeforeLang", {{"LANG", "de_DE"}, {"LC_MESSAGES", "fr_FR"}}, kFrench},
-        LocaleCase{"AllBeforeEverything",
-                   {{"LANG", "de_DE"}, {"LC_MESSAGES", "fr_FR"}, {"LC_ALL", "es_ES.UTF-8"}},
-                   kSpanish},
-        LocaleCase{"EmptyAllIsSkipped", {{"LC_ALL", ""}, {"LANG", "fr_CA"}}, kFrench},
-        LocaleCase{"PosixIsEnglish", {{"LC_ALL", "C"}, {"LANG", "de_DE"}}, kEnglish},
-        LocaleCase{"OtherLanguageIsEnglish", {{"LANG", "it_IT.UTF-8"}}, kEnglish},
+TEST(UnixManners, LanguageFollowsTheFirstLocaleVariableSet) {
+    const std::pair<Env, int> rows[] = {
+        {{}, kEnglish},
+        {{{"LANG", "de_DE.UTF-8"}}, kGerman},
+        {{{"LANG", "de_AT.UTF-8@euro"}}, kGerman},
+        {{{"LANG", "de_DE"}, {"LC_MESSAGES", "fr_FR"}}, kFrench},
+        {{{"LANG", "de_DE"}, {"LC_MESSAGES", "fr_FR"}, {"LC_ALL", "es_ES.UTF-8"}}, kSpanish},
+        {{{"LC_ALL", ""}, {"LANG", "fr_CA"}}, kFrench},
+        {{{"LC_ALL", "C"}, {"LANG", "de_DE"}}, kEnglish},
+        {{{"LANG", "it_IT.UTF-8"}}, kEnglish},
         // The window starts Nicaraguan Spanish in English; the command line follows it.
-        LocaleCase{"NicaraguaAsTheWindow", {{"LANG", "es_NI"}}, kEnglish}),
-    [](const auto& info) { return info.param.name; });
-
-struct NameCase {
-    const char* name;
-    const char* given;
-    std::optional<int> offset;
-};
-
-class LanguageName : public ::testing::TestWithParam<NameCase> {};
-
-TEST_P(LanguageName, IgnoresCaseAndTerritory) {
-    EXPECT_EQ(cli::LanguageOffsetFromName(GetParam().given), GetParam().offset);
+        {{{"LANG", "es_NI"}}, kEnglish},
+    };
+    for (const auto& [env, offset] : rows) {
+        EXPECT_EQ(cli::LanguageOffsetFromLocale(Lookup(env)), offset) << env.size();
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Cases, LanguageName,
-    ::testing::Values(NameCase{"Lower", "fr", kFrench}, NameCase{"Upper", "DE", kGerman},
-                      NameCase{"Mixed", "Es", kSpanish},
-                      NameCase{"Locale", "es_NI.UTF-8", kSpanish},
-                      NameCase{"Dash", "en-GB", kEnglish}, NameCase{"Italian", "it", std::nullopt},
-                      NameCase{"Empty", "", std::nullopt}, NameCase{"Longer", "deu", std::nullopt}),
-    [](const auto& info) { return info.param.name; });
-
-TEST(UnixManners, BannerFollowsTheLocaleUnlessLangIsGiven) {
-    Env env = kSecret;
-    env["LANG"] = "fr_FR.UTF-8";
-    const auto byLocale = RunInProcess({"encrypt-text"}, "x", env);
-    ASSERT_EQ(byLocale.status, 0) << byLocale.err;
-    const auto byOption = RunInProcess({"encrypt-text", "--lang", "DE"}, "x", env);
-    ASSERT_EQ(byOption.status, 0) << byOption.err;
-    EXPECT_TRUE(RunInProcess({"decrypt-text"}, byLocale.out, kSecret).out.starts_with("Ce texte"));
-    EXPECT_TRUE(
-        RunInProcess({"decrypt-text"}, byOption.out, kSecret).out.starts_with("Dieser Text"));
+TEST(UnixManners, LanguageNameIgnoresCaseAndTerritory) {
+    const std::pair<const char*, std::optional<int>> rows[] = {
+        {"fr", kFrench},     {"DE", kGerman},      {"Es", kSpanish},   {"es_NI.UTF-8", kSpanish},
+        {"en-GB", kEnglish}, {"it", std::nullopt}, {"", std::nullopt}, {"deu", std::nullopt},
+    };
+    for (const auto& [given, offset] : rows) {
+        EXPECT_EQ(cli::LanguageOffsetFromName(given), offset) << given;
+    }
 }
 
-TEST(UnixManners, QuietSilencesNotesAndVerboseNamesEveryStep) {
-    ScratchFolder scratch;
-    WriteFile(scratch / "a.txt", {'a'});
-    const std::string twice = scratch / "a.txt";
-    const auto plain =
-        RunInProcess({"encrypt", "-o", scratch / "1.vexo", twice, twice}, "", kSecret);
-    EXPECT_EQ(plain.status, 0);
-    EXPECT_EQ(plain.err, "kelvora-cli: files listed twice are encrypted once\n");
-    const auto quiet =
-        RunInProcess({"encrypt", "-q", "-o", scratch / "2.vexo", twice, twice}, "", kSecret);
-    EXPECT_EQ(quiet.status, 0);
-    EXPECT_EQ(quiet.err, "");
-    const auto verbose = RunInProcess({"test", "--verbose", scratch / "1.vexo"}, "", kSecret);
-    EXPECT_EQ(verbose.err, "kelvora-cli: checked a.txt\n");
-    EXPECT_EQ(RunInProcess({"genpass", "-q", "-v"}).status, 2);
-    EXPECT_EQ(RunInProcess({"rate", "--quiet", "-p", "-"}, "abc\n").status, 0);
+// An encrypted text is printed in lines of at most 76 characters, with one line break at the
+// end.
+TEST(UnixManners, PrintsEncryptedTextsInLinesOfAtMost76Characters) {
+    const auto encrypted = RunInProcess({"encrypt-text"}, std::string(300, 'x'), Passphrase("x"));
+    ASSERT_EQ(encrypted.status, 0) << encrypted.err;
+    EXPECT_TRUE(encrypted.out.ends_with('\n') && !encrypted.out.ends_with("\n\n"));
+    EXPECT_GE(std::count(encrypted.out.begin(), encrypted.out.end(), '\n'), 5);
+    std::istringstream lines(encrypted.out);
+    for (std::string line; std::getline(lines, line);) {
+        EXPECT_LE(line.size(), 76u);
+    }
 }
 
-TEST(UnixManners, JsonForListAndTest) {
-    ScratchFolder scratch;
-    WriteFile(scratch / "c.vexo",
-              BuildContainer({{"say \"hi\".txt", {'h', 'i'}}, {"d\\e", {}}, {"caf\xe9", {'1'}}}));
-    const auto listed = RunInProcess({"list", "--json", scratch / "c.vexo"}, "", kSecret);
-    EXPECT_EQ(listed.status, 0) << listed.err;
-    EXPECT_EQ(listed.out, "{\"files\":[{\"name\":\"say \\\"hi\\\".txt\",\"size\":2},"
-                          "{\"name\":\"d/e\",\"size\":0},{\"name\":\"caf\u00e9\",\"size\":1}]}\n");
-    const auto tested = RunInProcess({"test", "--json", scratch / "c.vexo"}, "", kSecret);
-    EXPECT_EQ(tested.out,
-              "{\"ok\":true,\"files\":[\"say \\\"hi\\\".txt\",\"d/e\",\"caf\u00e9\"]}\n");
+TEST(UnixManners, ProgressShowsBytesSpeedAndTimeLeft) {
+    const std::tuple<std::int64_t, std::int64_t, double, const char*> rows[] = {
+        {50000000, 100000000, 2.0, "50.0 MB of 100.0 MB  25.0 MB/s  0:02 left"},
+        {1000000, 200000000, 1.0, "1.0 MB of 200.0 MB  1.0 MB/s  3:19 left"},
+        {0, 100, 0.0, "0.0 MB of 0.0 MB  0.0 MB/s"},
+        {5000000, 0, 2.0, "5.0 MB  2.5 MB/s"}, // total unknown
+    };
+    for (const auto& [done, total, seconds, line] : rows) {
+        EXPECT_EQ(cli::ProgressLine(done, total, seconds), line);
+    }
+}
 
-    Bytes damaged = BuildContainer({{"ok.txt", {'k'}}, {"big.bin", PatternBytes(2100000, 9)}});
-    damaged[damaged.size() - 200] ^= 1;
-    WriteFile(scratch / "d.vexo", damaged);
-    const auto failed = RunInProcess({"test", "--json", scratch / "d.vexo"}, "", kSecret);
-    EXPECT_EQ(failed.status, 1);
-    EXPECT_EQ(failed.out, "{\"ok\":false,\"error\":\"file 2 (big.bin), chunk 2 is damaged\","
-                          "\"file\":2,\"name\":\"big.bin\",\"chunk\":2}\n");
-    EXPECT_EQ(failed.err, "kelvora-cli: file 2 (big.bin), chunk 2 is damaged\n");
+TEST(UnixManners, GenpassGivesADifferent32CharacterLineEachTime) {
+    const auto first = RunInProcess({"genpass"});
+    ASSERT_EQ(first.out.size(), 33u);
+    EXPECT_EQ(first.out.back(), '\n');
+    EXPECT_NE(first.out, RunInProcess({"genpass"}).out);
 }
 
 } // namespace
