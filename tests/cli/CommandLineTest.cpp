@@ -50,7 +50,7 @@ const std::string kRepeat = "Repeat the passphrase: ";
 const std::string kFirst32(32, 'x');
 
 // Fixture writes the files the rows name: key files, a tree, containers under kPassphrase,
-// texts under "secret" and mails quoting them, and a FIFO.
+// texts under "secret" and mails quoting them, and a FIFO; made once, written for each row.
 Env Fixture(const ScratchFolder& scratch) {
     const std::string quoted =
         std::regex_replace(std::string(kHiUnderSecret), std::regex("([^\n]*\n)"), "> $1");
@@ -73,7 +73,7 @@ Env Fixture(const ScratchFolder& scratch) {
         bytes[bytes.size() - 200] ^= 1;
         return bytes;
     }();
-    const std::vector<std::pair<std::string, Bytes>> files = {
+    static const std::vector<std::pair<std::string, Bytes>> files = {
         {"cut.vexo", cut},
         {"damaged.vexo", damaged},
         {"a", BytesFromString("a\n")},
