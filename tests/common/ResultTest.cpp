@@ -28,6 +28,7 @@ Result<void, ParseError> Check(int input) {
 }
 
 TEST(Result, CarriesTheValueOrTheError) {
+    EXPECT_TRUE(Parse(21).has_value());
     EXPECT_EQ(Parse(21).value(), 42);
     EXPECT_EQ(*Parse(21), 42);
     EXPECT_TRUE(Check(21).has_value());
