@@ -6,6 +6,7 @@
 #include "app/MessageService.h"
 #include "common/Random.h"
 #include "common/Version.h"
+#include "files/ChunkHeap.h"
 
 #include <QApplication>
 #include <QLocale>
@@ -30,6 +31,7 @@ int main(int argc, char* argv[]) {
         std::printf("kelvora %s\n", kelvora::kVersionText);
         return 0;
     }
+    kelvora::KeepChunkBuffersInHeap();
     QApplication application(argc, argv);
     kelvora::QtMessageService messages;
     kelvora::SystemRandom random;

@@ -1,6 +1,7 @@
 #include "cli/Commands.h"
 #include "cli/Signals.h"
 #include "cli/TerminalPrompt.h"
+#include "files/ChunkHeap.h"
 
 #include <cstdlib>
 #include <iostream>
@@ -9,6 +10,7 @@
 
 int main(int argc, char** argv) {
     std::ios::sync_with_stdio(false);
+    kelvora::KeepChunkBuffersInHeap();
     std::vector<std::string> args(argv + 1, argv + argc);
     const auto prompt = kelvora::cli::OpenTerminalPrompt();
     const kelvora::cli::StopSignals stopSignals;
