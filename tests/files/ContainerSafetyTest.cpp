@@ -1,22 +1,42 @@
+// Restoring containers as a damaged or hostile source could hand them over: refused before
+// anything is written, a wrong passphrase, and files that go never through a symbolic link,
+// never over a file without asking, never under a name the folder cannot take; the same on
+// the calling thread alone and with workers decoding ahead, also when cancelled.
 #include "FileTestSupport.h"
 #include "crypto/KeyRules.h"
-#include "files/ContainerFormat.h"
 #include "files/ContainerIndex.h"
 #include "files/ContainerInspect.h"
-#include "files/DecryptJob.h"
 #include "files/LittleEndian.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <gtest/gtest.h>
 
 namespace kelvora {
 namespace {
 
 using namespace kelvora::testing;
+namespace fs = std::filesystem;
 
 const Bytes kSome{'s', 'o', 'm', 'e'};
-constexpr FileError kUnusable = FileError::NoUsableContent;
-constexpr FileError kDamaged = FileError::DamagedData;
+using Prepare = std::function<void(const ScratchFolder&)>;
+
+// LinkAt makes out/link point at target ("{s}" stands for the scratch folder).
+Prepare LinkAt(std::string link, std::string target) {
+    return [=](const ScratchFolder& scratch) {
+        fs::create_directories(scratch / "outside");
+        fs::create_directories(scratch / "out/deep");
+        const std::string to =
+            target.starts_with("{s}") ? scratch.Path() + target.substr(3) : target;
+        fs::create_symlink(to, scratch / ("out/" + link));
+    };
+}
+
+Prepare FileAt(std::string path, std::string contents) {
+    return
+        [=](const ScratchFolder& scratch) { WriteFile(scratch / path, BytesFromString(contents)); };
+}
 
 // WithIndex replaces the container's index by zeroCounts counts of 0 and then count (the
 // size of the records when -1).
@@ -30,269 +50,215 @@ void WithIndex(Bytes& container, std::size_t zeroCounts, std::int64_t count = -1
     container.insert(container.end(), index.begin(), index.end());
 }
 
-// A container of one file as a damaged or hostile source could hand it over.
-struct DamageCase {
-    const char* name;
-    void (*spoil)(Bytes& container);
-    FileError error;
-};
-
-class DamagedContainer : public ::testing::TestWithParam<DamageCase> {};
-
-TEST_P(DamagedContainer, IsRefusedBeforeAnythingIsWritten) {
-    ScratchFolder scratch;
-    Bytes container = BuildContainer({{"a.txt", kSome}});
-    GetParam().spoil(container);
-    WriteFile(scratch / "c.vexo", container);
-    ScriptedObserver observer;
-    EXPECT_EQ(DecryptTo(scratch / "c.vexo", scratch / "out", observer).error, GetParam().error);
-    const bool restored = GetParam().error == FileError::None;
-    EXPECT_EQ(FilesBelow(scratch.Path()).size(), restored ? 2u : 1u);
-    if (GetParam().error == kUnusable) { // found before any passphrase is tried
-        const SecretBytes key = MakePassphraseKey("any passphrase at all");
-        EXPECT_EQ(TestContainer(DecryptRequest{scratch / "c.vexo", {}, &key}, observer).error,
-                  kUnusable);
-    }
+// FlipInRecord flips a byte in the second cipher block of a record (from 0).
+void FlipInRecord(Bytes& container, std::size_t record) {
+    container[RecordOffsets(container, record + 1)[record] + 4 + 40] ^= 0x5A;
 }
 
-// {255, 255, 1} would read as an index of one empty file, but the container is too short.
-INSTANTIATE_TEST_SUITE_P(
-    Cases, DamagedContainer,
-    ::testing::Values(
-        DamageCase{"ZeroCountsBeyondOneReadPiece", [](Bytes& c) { WithIndex(c, 70000); }, {}},
-        DamageCase{"Below4Bytes", [](Bytes& c) { c.assign(3, 255), c[2] = 1; }, kUnusable},
-        DamageCase{"NoSeparatorAtEnd", [](Bytes& c) { c.end()[-1] = c.end()[-2] = 7; }, kUnusable},
-        DamageCase{"LengthOverflows", [](Bytes& c) { c.insert(c.end() - 1, 9, 254); }, kUnusable},
-        DamageCase{"CountPastTheRecords", [](Bytes& c) { WithIndex(c, 0, 1000000); }, kUnusable},
-        DamageCase{"RecordTooLong", [](Bytes& c) { PutInt32Le(c.data(), 0x7FFFFFFE); }, kDamaged},
-        DamageCase{"RecordNotWholeBlocks", [](Bytes& c) { PutInt32Le(c.data(), 32); }, kDamaged},
+// A restore into out/ of a container built by hand and perhaps spoilt, with what was there
+// before, how the observer answers about existing files and when it cancels. In `after`, "*"
+// stands for the data of the stored file of that name.
+struct RestoreCase {
+    const char* name;
+    const std::vector<StoredFile>& stored;
+    const char* after; // every file below the scratch folder afterwards but the container
+    FileError error = FileError::None;
+    FileError omitted = FileError::None; // why the one entry left out was, if any
+    void (*spoil)(Bytes& container) = nullptr;
+    std::int64_t chunk = 0; // where the damage is, when it matters
+    int cancelAtFile = -1;
+    Prepare prepare = nullptr;
+    ExistingFileAnswer answer = ExistingFileAnswer::Cancel;
+    const char* anotherName = nullptr; // below the scratch folder
+    const char* output = "out";
+};
+
+TEST(DecryptContainer, RestoresOnlyWhatItSafelyCan) {
+    using enum FileError;
+    using enum ExistingFileAnswer;
+    const std::vector<StoredFile> one{{"a.txt", kSome}}, lateNew{{"a.txt", {'n', 'e', 'w'}}};
+    const std::vector<StoredFile> laterChunk{{"ok.txt", kSome},
+                                             {"big.bin", PatternBytes(2100000, 9)}};
+    // Empty files have no block whose magic could tell a wrong passphrase.
+    const std::vector<StoredFile> emptyFirst{{"e1", {}}, {"e2", {}}, {"d\\a.txt", kSome}};
+    const std::vector<StoredFile> onlyEmpty{{"d\\e", {}}};
+    const std::vector<StoredFile> linkAndFine{{"d\\f.txt", kSome}, {"fine.txt", kSome}};
+    const std::vector<StoredFile> deeper{{"d\\x\\y\\f.txt", kSome}, {"fine.txt", kSome}};
+    const std::vector<StoredFile> belowReal{{"deep\\d\\f", kSome}, {"fine.txt", kSome}};
+    // 200 characters of "ä" are 200 bytes stored and 400 bytes in UTF-8.
+    const std::vector<StoredFile> tooLong{{std::string(200, '\xe4'), {'x'}}, {"fine.txt", {'f'}}};
+    const std::vector<StoredFile> twice{{"a.txt", kSome}, {"d\\b.txt", kSome}, {"d\\b.txt", kSome}};
+    const auto overLink = [](const ScratchFolder& scratch) {
+        WriteFile(scratch / "outside/f.txt", BytesFromString("old"));
+        fs::create_directories(scratch / "out");
+        fs::create_symlink(scratch / "outside/f.txt", scratch / "out/a.txt");
+    };
+    // Files of 2, 1, 2, 1 and 1 records, so that workers decode ahead across files.
+    std::vector<StoredFile> five{{"Ordner\\text.log", PatternBytes(2 * 1048576 + 77, 1, true)},
+                                 {"leer", {}},
+                                 {"random.bin", PatternBytes(2 * 1048576 + 3, 2)},
+                                 {"Ordner\\klein.txt", PatternBytes(900, 3, true)},
+                                 {"mixed.bin", PatternBytes(300000, 4, true)}};
+    std::vector<StoredFile> fiveUnsafe = five;
+    fiveUnsafe[2].ansiName = "..\\escape.bin";
+    const char* firstTwo = "out/Ordner/text.log=*, out/leer=";
+    const std::string all =
+        std::string(firstTwo) + ", out/random.bin=*, out/Ordner/klein.txt=*, out/mixed.bin=*";
+    const std::string allSafe = std::string(firstTwo) + ", out/Ordner/klein.txt=*, out/mixed.bin=*";
+    const std::string smallDone =
+        std::string(firstTwo) + ", out/random.bin=*, out/Ordner/klein.txt=*";
+    const std::string safeSmallDone = std::string(firstTwo) + ", out/Ordner/klein.txt=*";
+    const RestoreCase rows[] = {
+        {"ZeroCountsBeyondOneReadPiece", one, "out/a.txt=some", None, None,
+         [](Bytes& c) { WithIndex(c, 70000); }},
+        // {255, 255, 1} would read as an index of one empty file, but it is too short.
+        {"Below4Bytes", one, "", NoUsableContent, None,
+         [](Bytes& c) { c = BytesFromHex("ffff01"); }},
+        {"NoSeparatorAtEnd", one, "", NoUsableContent, None,
+         [](Bytes& c) { c.end()[-1] = c.end()[-2] = 7; }},
+        {"LengthOverflows", one, "", NoUsableContent, None,
+         [](Bytes& c) { c.insert(c.end() - 1, 9, 254); }},
+        {"CountPastTheRecords", one, "", NoUsableContent, None,
+         [](Bytes& c) { WithIndex(c, 0, 1000000); }},
+        {"RecordTooLong", one, "", DamagedData, None,
+         [](Bytes& c) { PutInt32Le(c.data(), 0x7FFFFFFE); }},
+        {"RecordNotWholeBlocks", one, "", DamagedData, None,
+         [](Bytes& c) { PutInt32Le(c.data(), 32); }},
         // Containers that hold no record, or whose index length lies where the search must
         // not look: of 5 bytes only the last 2 are searched, so the 255 in byte 2 is not.
-        DamageCase{"OneEmptyEntry",
-                   [](Bytes& c) {
-                       c = {0x00, 0xFF, 0x01, 0x00};
-                   },
-                   kUnusable},
-        DamageCase{"ThreeEmptyEntries",
-                   [](Bytes& c) {
-                       c = {0, 255, 255, 255, 3};
-                   },
-                   kUnusable},
-        DamageCase{"SeparatorBeforeTheSearchedBytes",
-                   [](Bytes& c) {
-                       c = {0, 255, 1, 2, 3};
-                   },
-                   kUnusable}),
-    [](const auto& info) { return info.param.name; });
-
-TEST(DecryptContainer, DamageInALaterChunkKeepsOnlyTheFilesBefore) {
-    ScratchFolder scratch;
-    Bytes container = BuildContainer({{"ok.txt", kSome}, {"big.bin", PatternBytes(2100000, 9)}});
-    container[container.size() - 200] ^= 1;
-    WriteFile(scratch / "c.vexo", container);
-    ScriptedObserver observer;
-    const FileJobResult result = DecryptTo(scratch / "c.vexo", scratch / "out", observer);
-    EXPECT_EQ(result.error, FileError::DamagedData);
-    EXPECT_EQ(result.chunk, 2);
-    EXPECT_EQ(FilesBelow(scratch.Path()), (std::vector<std::string>{"c.vexo", "out/ok.txt"}));
-}
-
-struct WrongPassphraseCase {
-    const char* name;
-    std::vector<StoredFile> files;
-};
-
-class WrongPassphrase : public ::testing::TestWithParam<WrongPassphraseCase> {};
-
-TEST_P(WrongPassphrase, IsRecognisedBeforeAnythingIsCreated) {
-    ScratchFolder scratch;
-    WriteFile(scratch / "c.vexo", BuildContainer(GetParam().files));
-    ScriptedObserver observer;
-    EXPECT_EQ(DecryptTo(scratch / "c.vexo", scratch / "out", observer, "not the passphrase").error,
-              FileError::WrongPassphrase);
-    EXPECT_FALSE(PathExists(scratch / "out"));
-    EXPECT_TRUE(DecryptTo(scratch / "c.vexo", scratch / "out", observer).ok());
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, WrongPassphrase,
-    ::testing::Values(WrongPassphraseCase{"EmptyFilesFirst",
-                                          {{"e1", {}}, {"e2", {}}, {"d\\a.txt", kSome}}},
-                      WrongPassphraseCase{"OnlyAnEmptyFile", {{"d\\e", {}}}}),
-    [](const auto& info) { return info.param.name; });
-
-// FailingSink passes writes through to the container file and fails the failAt-th one.
-struct FailingSink final : ByteSink {
-    FailingSink(ByteSink& target, int at) : file(target), failAt(at) {}
-    Result<void, Errno> Write(std::span<const std::uint8_t> bytes) override {
-        if (++writes == failAt) {
-            return Fail(ENOSPC);
+        {"OneEmptyEntry", one, "", NoUsableContent, None,
+         [](Bytes& c) { c = BytesFromHex("00ff0100"); }},
+        {"ThreeEmptyEntries", one, "", NoUsableContent, None,
+         [](Bytes& c) { c = BytesFromHex("00ffffff03"); }},
+        {"SeparatorBeforeTheSearchedBytes", one, "", NoUsableContent, None,
+         [](Bytes& c) { c = BytesFromHex("00ff010203"); }},
+        // Damage in a later chunk keeps only the files before.
+        {"DamageInALaterChunk", laterChunk, "out/ok.txt=some", DamagedData, None,
+         [](Bytes& c) { c.end()[-200] ^= 1; }, 2},
+        {"WrongPassphraseEmptyFilesFirst", emptyFirst, "", WrongPassphrase},
+        {"WrongPassphraseOnlyAnEmptyFile", onlyEmpty, "", WrongPassphrase},
+        {"RelativeLink", linkAndFine, "out/fine.txt=some", EntriesLeftOut, LinkInPath, nullptr, 0,
+         -1, LinkAt("d", "../outside")},
+        {"AbsoluteLink", linkAndFine, "out/fine.txt=some", EntriesLeftOut, LinkInPath, nullptr, 0,
+         -1, LinkAt("d", "{s}/outside")},
+        {"DeeperFoldersWouldBeMadeOutside", deeper, "out/fine.txt=some", EntriesLeftOut, LinkInPath,
+         nullptr, 0, -1, LinkAt("d", "../outside")},
+        {"LinkBelowARealFolder", belowReal, "out/fine.txt=some", EntriesLeftOut, LinkInPath,
+         nullptr, 0, -1, LinkAt("deep/d", "../../outside")},
+        {"LinkToAFileUsedAsFolder", linkAndFine, "out/fine.txt=some", EntriesLeftOut, LinkInPath,
+         nullptr, 0, -1, LinkAt("d", "{s}/c.vexo")},
+        // Overwriting a link replaces the link, not its target.
+        {"OverwriteALink", one, "out/a.txt=some, outside/f.txt=old", None, None, nullptr, 0, -1,
+         overLink, Overwrite},
+        {"AnotherName", lateNew, "out/a.txt=some, out/b.txt=new", None, None, nullptr, 0, -1,
+         FileAt("out/a.txt", "some"), AnotherName, "out/b.txt"},
+        {"NoOtherNameSkips", lateNew, "out/a.txt=some", None, None, nullptr, 0, -1,
+         FileAt("out/a.txt", "some"), AnotherName},
+        {"ANameLinuxCannotTake", tooLong, "out/fine.txt=f", EntriesLeftOut, NameTooLong},
+        {"AFolderThatCannotBeMade", one, "file=f", WriteFailed, None, nullptr, 0, -1,
+         FileAt("file", "f"), Cancel, nullptr, "file/out"},
+        // A conflict found late stops the run before anything is written.
+        {"SameNameTwice", twice, "", OutputExists, OutputExists},
+        {"Intact", five, all.c_str()},
+        {"DamagedSecondChunk", five, "", DamagedData, None, [](Bytes& c) { FlipInRecord(c, 1); },
+         2},
+        // A first record that does not decipher to a header is no file: left out, named.
+        {"DamagedFirstChunkOfALaterFile", five, allSafe.c_str(), EntriesLeftOut, DamagedData,
+         [](Bytes& c) { FlipInRecord(c, 3); }},
+        {"DamagedLastChunks", five, firstTwo, DamagedData, None,
+         [](Bytes& c) { FlipInRecord(c, 4), FlipInRecord(c, 6); }, 2},
+        {"CancelInABigFile", five, "", Cancelled, None, nullptr, 0, 0},
+        // Cancel asked when a file of one chunk starts is honoured once it is done.
+        {"CancelAtASmallFile", five, smallDone.c_str(), Cancelled, None, nullptr, 0, 3},
+        {"UnsafeNamePassedOver", fiveUnsafe, allSafe.c_str(), EntriesLeftOut, UnsafeName},
+        {"CancelAfterAnUnsafeName", fiveUnsafe, safeSmallDone.c_str(), Cancelled, UnsafeName,
+         nullptr, 0, 3},
+    };
+    for (const RestoreCase& row : rows) {
+        SCOPED_TRACE(row.name);
+        Tree after = TreeOf(row.after);
+        for (auto& [path, contents] : after) {
+            for (const StoredFile& file : row.stored) {
+                std::string name = "out/" + file.ansiName;
+                std::replace(name.begin(), name.end(), '\\', '/');
+                if (contents == "*" && name == path) {
+                    contents = StringFromBytes(file.data);
+                }
+            }
         }
-        return file.Write(bytes);
+        // Restore and test on the calling thread alone, then with more workers than cores.
+        std::vector<FileJobResult> results;
+        for (const std::size_t workers : std::initializer_list<std::size_t>{0, 3}) {
+            SCOPED_TRACE(::testing::Message() << workers << " workers");
+            ScratchFolder scratch;
+            if (row.prepare) {
+                row.prepare(scratch);
+            }
+            Bytes container = BuildContainer(row.stored);
+            if (row.spoil != nullptr) {
+                row.spoil(container);
+            }
+            WriteFile(scratch / "c.vexo", container);
+            ScriptedObserver observer;
+            observer.existingFile = row.answer;
+            observer.cancelAtFile = row.cancelAtFile;
+            if (row.anotherName != nullptr) {
+                observer.anotherName = scratch / row.anotherName;
+            }
+            const std::string out = scratch / row.output;
+            // The rows that expect a wrong passphrase give one.
+            const char* passphrase = row.error == WrongPassphrase ? "not it" : kPassphrase;
+            const FileJobResult result =
+                DecryptTo(scratch / "c.vexo", out, observer, passphrase, workers);
+            EXPECT_EQ(result.error, row.error);
+            EXPECT_EQ(result.systemError, row.error == WriteFailed ? ENOTDIR : 0);
+            if (row.chunk != 0) {
+                EXPECT_EQ(result.chunk, row.chunk);
+            }
+            ASSERT_EQ(result.omitted.size(), row.omitted == None ? 0u : 1u);
+            if (row.omitted != None) {
+                EXPECT_EQ(result.omitted[0].why, row.omitted);
+            }
+            if (row.error == OutputExists) {
+                EXPECT_EQ(result.omitted[0].name, scratch / "out/d/b.txt");
+            }
+            const Tree tree = TreeBelow(scratch.Path());
+            EXPECT_TRUE(std::equal(tree.begin(), tree.end(), after.begin(), after.end(),
+                                   [](auto& a, auto& b) { return a.first == b.first; }))
+                << ::testing::PrintToString(FilesBelow(scratch.Path()));
+            EXPECT_TRUE(tree == after) << "every file holds what it should";
+            if (row.omitted == LinkInPath) {
+                EXPECT_TRUE(fs::is_empty(scratch / "outside")) << "not even a folder made there";
+            }
+            ScriptedObserver testObserver;
+            testObserver.cancelAtFile = row.cancelAtFile;
+            const SecretBytes key = MakePassphraseKey(passphrase);
+            const FileJobResult tested =
+                TestContainer(DecryptRequest{scratch / "c.vexo", {}, &key}, testObserver, workers);
+            if (row.error == NoUsableContent) { // found before any passphrase is tried
+                const SecretBytes anyKey = MakePassphraseKey("any passphrase at all");
+                EXPECT_EQ(
+                    TestContainer(DecryptRequest{scratch / "c.vexo", {}, &anyKey}, observer).error,
+                    NoUsableContent);
+            }
+            if (row.error == WrongPassphrase) { // found before anything is created
+                EXPECT_FALSE(PathExists(out));
+                EXPECT_TRUE(DecryptTo(scratch / "c.vexo", out, observer).ok());
+            }
+            for (FileJobResult named : {result, tested}) { // names below the scratch folder
+                named.name = named.name.substr(std::min(scratch.Path().size(), named.name.size()));
+                results.push_back(named);
+            }
+        }
+        // The workers give the same error at the same file and chunk as the thread alone.
+        for (const std::size_t alone : std::initializer_list<std::size_t>{0, 1}) {
+            const FileJobResult &expected = results[alone], &workers = results[alone + 2];
+            EXPECT_EQ(workers.error, expected.error) << alone;
+            EXPECT_EQ(workers.fileIndex, expected.fileIndex) << alone;
+            EXPECT_EQ(workers.chunk, expected.chunk) << alone;
+            EXPECT_EQ(workers.name, expected.name) << alone;
+        }
     }
-    ByteSink& file;
-    int failAt;
-    int writes = 0;
-};
-
-// An encryption that fails at a write (counting from 1: each record's length, its payload,
-// then the index) or is cancelled once a chunk was reported done.
-struct FailureCase {
-    const char* name;
-    int failAtWrite;
-    std::int64_t cancelAfterChunk;
-    FileError error;
-    std::int64_t chunk; // where the result says it happened (0: after the records)
-};
-
-class FailedEncryption : public ::testing::TestWithParam<FailureCase> {};
-
-TEST_P(FailedEncryption, LeavesNoContainerAndTheOldOneUntouched) {
-    ScratchFolder scratch;
-    WriteFile(scratch / "in.txt", PatternBytes(kChunkBytes + 100000, 5)); // two records
-    WriteFile(scratch / "c.vexo", kSome);
-    ScriptedObserver observer;
-    observer.replaceContainer = true;
-    observer.cancelAfterChunk = GetParam().cancelAfterChunk;
-    const int failAt = GetParam().failAtWrite;
-    const FileJobResult result =
-        EncryptPaths({scratch / "in.txt"}, scratch / "c.vexo", observer, [failAt](ByteSink& file) {
-            return std::make_unique<FailingSink>(file, failAt);
-        });
-    EXPECT_EQ(result.error, GetParam().error);
-    EXPECT_EQ(result.chunk, GetParam().chunk);
-    EXPECT_EQ(FilesBelow(scratch.Path()), (std::vector<std::string>{"c.vexo", "in.txt"}));
-    EXPECT_EQ(ReadFile(scratch / "c.vexo"), kSome);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, FailedEncryption,
-    ::testing::Values(FailureCase{"WriteFailsInTheSecondPayload", 4, 0, FileError::WriteFailed, 2},
-                      FailureCase{"WriteFailsAtTheIndex", 5, 0, FileError::WriteFailed, 0},
-                      FailureCase{"CancelledInTheSecondChunk", 0, 1, FileError::Cancelled, 2}),
-    [](const auto& info) { return info.param.name; });
-
-TEST(EncryptFiles, ReplacesAnExistingContainerOnlyWhenAllowed) {
-    ScratchFolder scratch;
-    WriteFile(scratch / "in.txt", kSome);
-    WriteFile(scratch / "c.vexo", kSome);
-    ScriptedObserver observer;
-    EXPECT_EQ(EncryptPaths({scratch / "in.txt"}, scratch / "c.vexo", observer).error,
-              FileError::OutputExists);
-    EXPECT_EQ(ReadFile(scratch / "c.vexo"), kSome);
-    observer.replaceContainer = true;
-    EXPECT_TRUE(EncryptPaths({scratch / "in.txt"}, scratch / "c.vexo", observer).ok());
-    EXPECT_TRUE(DecryptTo(scratch / "c.vexo", scratch / "out", observer).ok());
-}
-
-// Names of 256 bytes and more keep only their length modulo 256 in byte 33: the reader
-// finds the true length from the block (or the empty file's end) behind the name.
-struct LongNameCase {
-    const char* name;
-    std::size_t leafBytes; // below "folder1/", so the stored name is 8 bytes longer
-    std::size_t dataBytes;
-};
-
-class LongStoredName : public ::testing::TestWithParam<LongNameCase> {};
-
-struct WarningObserver final : ScriptedObserver {
-    void OnNameOnlyThisProgramReads(const std::string&) override { ++warnings; }
-    int warnings = 0;
-};
-
-TEST_P(LongStoredName, IsStoredWithAWarningAndRestoredExactly) {
-    ScratchFolder scratch;
-    const std::string leaf(GetParam().leafBytes, 'n');
-    const Bytes data = PatternBytes(GetParam().dataBytes, 4);
-    WriteFile(scratch / "folder1/" + leaf, data);
-    WarningObserver observer;
-    ASSERT_TRUE(EncryptPaths({scratch / "folder1"}, scratch / "c.vexo", observer).ok());
-    EXPECT_EQ(observer.warnings, GetParam().leafBytes + 8 > 255 ? 1 : 0);
-    const SecretBytes key = MakePassphraseKey(kPassphrase);
-    const auto listed = ListContainer(DecryptRequest{scratch / "c.vexo", {}, &key}, observer);
-    ASSERT_TRUE(listed);
-    const std::vector<ContainerEntry>& entries = *listed;
-    ASSERT_EQ(entries.size(), 1u);
-    EXPECT_EQ(entries[0].name, "folder1/" + leaf);
-    EXPECT_EQ(entries[0].plainBytes, static_cast<std::int64_t>(data.size()));
-    ASSERT_TRUE(DecryptTo(scratch / "c.vexo", scratch / "out", observer).ok());
-    EXPECT_EQ(ReadFile(scratch / "out/folder1/" + leaf), data);
-}
-
-INSTANTIATE_TEST_SUITE_P(Cases, LongStoredName,
-                         ::testing::Values(LongNameCase{"Exactly255", 247, 10},
-                                           LongNameCase{"Exactly256", 248, 10},
-                                           LongNameCase{"LongestLinuxLeaf", 255, 3000},
-                                           LongNameCase{"EmptyFile", 250, 0}),
-                         [](const auto& info) { return info.param.name; });
-
-TEST(EncryptFiles, AnUnreadableInputIsNamedAndTheRestStored) {
-    ScratchFolder scratch;
-    WriteFile(scratch / "a.txt", PatternBytes(3000, 1));
-    WriteFile(scratch / "c.txt", PatternBytes(3000, 2));
-    ScriptedObserver observer;
-    const FileJobResult result = EncryptPaths(
-        {scratch / "a.txt", scratch / "b.txt", scratch / "c.txt"}, scratch / "c.vexo", observer);
-    EXPECT_EQ(result.error, FileError::EntriesLeftOut);
-    ASSERT_EQ(result.omitted.size(), 1u);
-    EXPECT_EQ(result.omitted[0].name, scratch / "b.txt");
-    EXPECT_EQ(result.omitted[0].why, FileError::ReadFailed);
-    EXPECT_EQ(result.omitted[0].systemError, ENOENT);
-    EXPECT_TRUE(DecryptTo(scratch / "c.vexo", scratch / "out", observer).ok());
-    EXPECT_EQ(FilesBelow(scratch / "out"), (std::vector<std::string>{"a.txt", "c.txt"}));
-}
-
-// Overwriting, skipping and cancelling are what the command line does; see its tests.
-struct AnotherNameCase {
-    const char* name;
-    const char* anotherName; // where the file goes instead, or nowhere
-};
-
-class ExistingFile : public ::testing::TestWithParam<AnotherNameCase> {};
-
-TEST_P(ExistingFile, GoesUnderAnotherNameOrIsSkipped) {
-    ScratchFolder scratch;
-    WriteFile(scratch / "c.vexo", BuildContainer({{"a.txt", {'n', 'e', 'w'}}}));
-    WriteFile(scratch / "out/a.txt", kSome);
-    ScriptedObserver observer;
-    observer.existingFile = ExistingFileAnswer::AnotherName;
-    if (GetParam().anotherName != nullptr) {
-        observer.anotherName = scratch / GetParam().anotherName;
-    }
-    EXPECT_TRUE(DecryptTo(scratch / "c.vexo", scratch / "out", observer).ok());
-    EXPECT_EQ(ReadFile(scratch / "out/a.txt"), kSome);
-    if (GetParam().anotherName != nullptr) {
-        EXPECT_EQ(ReadFile(scratch / GetParam().anotherName), (Bytes{'n', 'e', 'w'}));
-    }
-    EXPECT_EQ(FilesBelow(scratch.Path()).size(), GetParam().anotherName != nullptr ? 3u : 2u);
-}
-
-INSTANTIATE_TEST_SUITE_P(Answers, ExistingFile,
-                         ::testing::Values(AnotherNameCase{"AnotherName", "out/b.txt"},
-                                           AnotherNameCase{"NoOtherNameSkips", nullptr}),
-                         [](const auto& info) { return info.param.name; });
-
-TEST(DecryptContainer, ANameLinuxCannotTakeIsLeftOutAndTheRestRestored) {
-    ScratchFolder scratch;
-    // 200 characters of "ä" are 200 bytes stored and 400 bytes in UTF-8.
-    WriteFile(scratch / "c.vexo",
-              BuildContainer({{std::string(200, '\xe4'), {'x'}}, {"fine.txt", {'f'}}}));
-    ScriptedObserver observer;
-    const FileJobResult result = DecryptTo(scratch / "c.vexo", scratch / "out", observer);
-    EXPECT_EQ(result.error, FileError::EntriesLeftOut);
-    ASSERT_EQ(result.omitted.size(), 1u);
-    EXPECT_EQ(result.omitted[0].why, FileError::NameTooLong);
-    EXPECT_EQ(FilesBelow(scratch / "out"), std::vector<std::string>{"fine.txt"});
-}
-
-TEST(DecryptContainer, AFolderThatCannotBeMadeReportsItsOwnError) {
-    ScratchFolder scratch;
-    WriteFile(scratch / "c.vexo", BuildContainer({{"a.txt", {'a'}}}));
-    WriteFile(scratch / "file", {'f'});
-    ScriptedObserver observer;
-    const FileJobResult result = DecryptTo(scratch / "c.vexo", scratch / "file/out", observer);
-    EXPECT_EQ(result.error, FileError::WriteFailed);
-    EXPECT_EQ(result.systemError, ENOTDIR);
 }
 
 } // namespace

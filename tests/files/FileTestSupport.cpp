@@ -6,6 +6,7 @@
 #include "files/ContainerIndex.h"
 #include "files/DecryptJob.h"
 #include "files/EncryptJob.h"
+#include "files/LittleEndian.h"
 
 #include <algorithm>
 #include <fstream>
@@ -40,6 +41,28 @@ std::vector<std::string> FilesBelow(const std::string& folder) {
     return files;
 }
 
+Tree TreeBelow(const std::string& folder) {
+    Tree tree;
+    for (const std::string& file : FilesBelow(folder)) {
+        if (file != "c.vexo") {
+            tree[file] = StringFromBytes(ReadFile(folder + "/" + file));
+        }
+    }
+    return tree;
+}
+
+Tree TreeOf(std::string_view entries) {
+    Tree tree;
+    while (!entries.empty()) {
+        const std::size_t comma = std::min(entries.find(", "), entries.size());
+        const std::string_view entry = entries.substr(0, comma);
+        const std::size_t equals = entry.find('=');
+        tree[std::string(entry.substr(0, equals))] = entry.substr(equals + 1);
+        entries.remove_prefix(std::min(comma + 2, entries.size()));
+    }
+    return tree;
+}
+
 FileJobResult EncryptPaths(const std::vector<std::string>& paths, const std::string& output,
                            FileJobObserver& observer, WrapOutput wrapOutput) {
     InputList list;
@@ -54,9 +77,9 @@ FileJobResult EncryptPaths(const std::vector<std::string>& paths, const std::str
 }
 
 FileJobResult DecryptTo(const std::string& container, const std::string& folder,
-                        FileJobObserver& observer, const char* passphrase) {
+                        FileJobObserver& observer, const char* passphrase, DecodeWorkers workers) {
     const SecretBytes key = MakePassphraseKey(passphrase);
-    return DecryptContainer(DecryptRequest{container, folder, &key}, observer);
+    return DecryptContainer(DecryptRequest{container, folder, &key}, observer, workers);
 }
 
 namespace {
@@ -122,6 +145,15 @@ Bytes BuildContainer(const std::vector<StoredFile>& files, std::vector<std::int6
     const Bytes index = EncodeIndex(byteCounts);
     container.insert(container.end(), index.begin(), index.end());
     return container;
+}
+
+std::vector<std::size_t> RecordOffsets(const Bytes& container, std::size_t count) {
+    std::vector<std::size_t> offsets{0};
+    while (offsets.size() < count) {
+        const std::size_t at = offsets.back();
+        offsets.push_back(at + 4 + static_cast<std::size_t>(GetInt32Le(&container[at])) + 1);
+    }
+    return offsets;
 }
 
 } // namespace kelvora::testing

@@ -10,44 +10,44 @@ namespace {
 using testing::ScratchFolder;
 using testing::WriteFile;
 
-// Two paths added one after the other: the second may be the first again.
-struct AddCase {
-    const char* name;
-    std::string first;
-    std::string second;
-    bool duplicate;
-    std::string outputName;
-};
-
-class InputListAdding : public ::testing::TestWithParam<AddCase> {};
-
-TEST_P(InputListAdding, ListsEachPathOnceAndFillsTheOutputName) {
-    InputList list;
-    EXPECT_FALSE(list.AddListPath(GetParam().first));
-    EXPECT_EQ(list.AddListPath(GetParam().second), GetParam().duplicate);
-    std::vector<std::string> expected{GetParam().second};
-    if (!GetParam().duplicate) {
-        expected.insert(expected.begin(), GetParam().first);
-    }
-    std::vector<std::string> listed;
+std::vector<std::string> Paths(const InputList& list) {
+    std::vector<std::string> paths;
     for (const InputEntry& entry : list.Entries()) {
-        listed.push_back(entry.path);
-        EXPECT_EQ(entry.relativePath, "/");
+        paths.push_back(entry.path);
     }
-    EXPECT_EQ(listed, expected);
-    EXPECT_EQ(list.OutputName(), GetParam().outputName);
-    EXPECT_FALSE(list.AddListPath("/n/other")) << "a refusal is reported once";
+    return paths;
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Table, InputListAdding,
-    ::testing::Values(AddCase{"SameFileTwice", "/n/a.txt", "/n/a.txt", true, "/n/a.vexo"},
-                      AddCase{"DoubledSeparatorsCollapse", "/n//x///a.txt", "/n/x/a.txt", true,
-                              "/n/x/a.vexo"},
-                      AddCase{"DotInAFolderIsNoExtension", "/n/v1.2/README", "/n/b.tar.gz", false,
-                              "/n/b.tar.vexo"},
-                      AddCase{"FirstExtensionWins", "/n/a.doc", "/n/b.txt", false, "/n/a.vexo"}),
-    [](const auto& info) { return info.param.name; });
+// Two paths added one after the other: the second may be the first again.
+TEST(InputList, ListsEachPathOnceAndFillsTheOutputName) {
+    const struct {
+        const char* name;
+        std::string first, second;
+        bool duplicate;
+        std::string outputName;
+    } rows[] = {
+        {"SameFileTwice", "/n/a.txt", "/n/a.txt", true, "/n/a.vexo"},
+        {"DoubledSeparatorsCollapse", "/n//x///a.txt", "/n/x/a.txt", true, "/n/x/a.vexo"},
+        {"DotInAFolderIsNoExtension", "/n/v1.2/README", "/n/b.tar.gz", false, "/n/b.tar.vexo"},
+        {"FirstExtensionWins", "/n/a.doc", "/n/b.txt", false, "/n/a.vexo"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        InputList list;
+        EXPECT_FALSE(list.AddListPath(row.first));
+        EXPECT_EQ(list.AddListPath(row.second), row.duplicate);
+        std::vector<std::string> expected{row.second};
+        if (!row.duplicate) {
+            expected.insert(expected.begin(), row.first);
+        }
+        EXPECT_EQ(Paths(list), expected);
+        for (const InputEntry& entry : list.Entries()) {
+            EXPECT_EQ(entry.relativePath, "/");
+        }
+        EXPECT_EQ(list.OutputName(), row.outputName);
+        EXPECT_FALSE(list.AddListPath("/n/other")) << "a refusal is reported once";
+    }
+}
 
 // The chosen folder holds only subfolders: their files come in, each with a relative path
 // that starts with the chosen folder's name.
@@ -75,11 +75,7 @@ TEST(InputList, RemoveEntriesTakesOutASelectionInOnePassAndKeepsTheOrder) {
         EXPECT_FALSE(list.AddListPath(path));
     }
     list.RemoveEntries({3, 1, 9, 3}); // the first entry stays where it is
-    std::vector<std::string> left;
-    for (const InputEntry& entry : list.Entries()) {
-        left.push_back(entry.path);
-    }
-    EXPECT_EQ(left, (std::vector<std::string>{"/n/a", "/n/c", "/n/e"}));
+    EXPECT_EQ(Paths(list), (std::vector<std::string>{"/n/a", "/n/c", "/n/e"}));
     EXPECT_FALSE(list.AddListPath("/n/d")); // forgotten, so it can come back
     EXPECT_TRUE(list.AddListPath("/n/a"));  // still listed
 }
@@ -91,33 +87,25 @@ TEST(InputList, BaseOfTheChosenFolderIsItsParent) {
     EXPECT_EQ(BaseOfChosenFolder("a/docs"), "a");
 }
 
-struct SplitCase {
-    const char* name;
-    std::string text;
-    std::vector<std::string> files;
-    std::string output;
-};
-
-class FileListArgumentSplit : public ::testing::TestWithParam<SplitCase> {};
-
-TEST_P(FileListArgumentSplit, SplitsListAndOutput) {
-    const FileListArgument split = SplitFileListArgument(GetParam().text);
-    EXPECT_EQ(split.files, GetParam().files);
-    EXPECT_EQ(split.outputFile, GetParam().output);
+TEST(InputList, SplitsAFileListArgumentIntoListAndOutput) {
+    const struct {
+        std::string text;
+        std::vector<std::string> files;
+        std::string output;
+    } rows[] = {
+        {"\"/a/my file.txt\"  /b/z /OutputFile \"/c/my out.vexo\"",
+         {"/a/my file.txt", "/b/z"},
+         "/c/my out.vexo"},
+        {"/a /outputfile /b /outputfile /c", {"/a"}, "/b /outputfile /c"}, // the first marker wins
+        {"/a/outputfile.txt", {"/a/outputfile.txt"}, ""}, // the marker needs blanks
+        {"/OUTPUTFILE /o.vexo", {}, "/o.vexo"},
+    };
+    for (const auto& row : rows) {
+        const FileListArgument split = SplitFileListArgument(row.text);
+        EXPECT_EQ(split.files, row.files) << row.text;
+        EXPECT_EQ(split.outputFile, row.output) << row.text;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, FileListArgumentSplit,
-    ::testing::Values(
-        SplitCase{"QuotedBlanks",
-                  "\"/a/my file.txt\"  /b/z /OutputFile \"/c/my out.vexo\"",
-                  {"/a/my file.txt", "/b/z"},
-                  "/c/my out.vexo"},
-        SplitCase{
-            "FirstMarkerWins", "/a /outputfile /b /outputfile /c", {"/a"}, "/b /outputfile /c"},
-        SplitCase{"MarkerNeedsBlanks", "/a/outputfile.txt", {"/a/outputfile.txt"}, ""},
-        SplitCase{"EmptyList", "/OUTPUTFILE /o.vexo", {}, "/o.vexo"}),
-    [](const auto& info) { return info.param.name; });
 
 } // namespace
 } // namespace kelvora

@@ -5,7 +5,6 @@
 #include "text/EncryptedText.h"
 
 #include <algorithm>
-#include <functional>
 #include <gtest/gtest.h>
 
 namespace kelvora {
@@ -51,82 +50,58 @@ std::string Quoted(std::string text, const std::string& mark) {
     return quoted;
 }
 
-const std::string kFirst = Armour("first message, long enough to make a few lines of armour");
-const std::string kSecond = Armour("second");
-
-struct MailCase {
-    const char* name;
-    std::function<std::string()> mail;
-    std::vector<std::string> expected; // the armours the finder must give, in order
-    std::size_t firstLine;             // of the first block found
-};
-
-class ArmourInMail : public ::testing::TestWithParam<MailCase> {};
-
-TEST_P(ArmourInMail, FindsEveryEncryptedTextAndNothingElse) {
-    const std::vector<ArmourBlock> blocks = FindArmourBlocks(GetParam().mail());
-    ASSERT_EQ(blocks.size(), GetParam().expected.size());
-    for (std::size_t i = 0; i < blocks.size(); ++i) {
-        EXPECT_EQ(blocks[i].base64, Bare(GetParam().expected[i])) << i;
-    }
-    if (!blocks.empty()) {
-        EXPECT_EQ(blocks[0].firstLine, GetParam().firstLine);
+TEST(ArmourInMail, FindsEveryEncryptedTextAndNothingElse) {
+    const std::string first = Armour("first message, long enough to make a few lines of armour");
+    const std::string second = Armour("second");
+    const struct {
+        const char* name;
+        std::string mail;
+        std::vector<std::string> expected; // the armours the finder must give, in order
+        std::size_t firstLine;             // of the first block found
+    } rows[] = {
+        {"AloneWithCrLf", first, {first}, 1},
+        {"InProseWithSignature",
+         "Hello Anna,\n\nhere is the note, as promised:\n\n" + Rewrapped(first, 76) +
+             "\n\nTalk soon.\n-- \nBob Miller\nPhone +49 30 1234\n",
+         {first},
+         5},
+        {"QuotedAndWrappedAt72",
+         "On Monday Bob wrote:\n" + Quoted(Rewrapped(first, 72), "> ") + "\nThanks!\n",
+         {first},
+         2},
+        {"QuotedTwiceWithoutBlanks",
+         "Anna wrote:\n" + Quoted(Rewrapped(first, 64), ">>"),
+         {first},
+         2},
+        {"MixedQuoteMarks", Quoted(Quoted(Rewrapped(first, 76), "> "), "> "), {first}, 1},
+        {"WordsRightAgainstTheText", "Hi\n" + Rewrapped(first, 76) + "\nBob\n", {first}, 2},
+        {"BeginsOnALineOfProse",
+         "Hi Anna,\nhere it is: " + Rewrapped(first, 76) + "\nBob\n",
+         {first},
+         2},
+        {"BeginsOnAQuotedLineOfProseWrappedAt72",
+         "Bob wrote:\n" + Quoted(Rewrapped("the note: " + first, 72), "> "),
+         {first},
+         2},
+        {"TwoTexts",
+         "Old one:\n> " + Rewrapped(second, 76) + "\n\nNew one:\n" + Rewrapped(first, 70) + "\n",
+         {second, first},
+         2},
+        {"ProseOnly", "Meeting\nTomorrow\nat\nnoon\nRoom4\nBring\nthe\nkeys\n", {}, 0},
+        {"Nothing", "", {}, 0},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const std::vector<ArmourBlock> blocks = FindArmourBlocks(row.mail);
+        ASSERT_EQ(blocks.size(), row.expected.size());
+        for (std::size_t i = 0; i < blocks.size(); ++i) {
+            EXPECT_EQ(blocks[i].base64, Bare(row.expected[i])) << i;
+        }
+        if (!blocks.empty()) {
+            EXPECT_EQ(blocks[0].firstLine, row.firstLine);
+        }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Mails, ArmourInMail,
-    ::testing::Values(
-        MailCase{"AloneWithCrLf", [] { return kFirst; }, {kFirst}, 1},
-        MailCase{"InProseWithSignature",
-                 [] {
-                     return "Hello Anna,\n\nhere is the note, as promised:\n\n" +
-                            Rewrapped(kFirst, 76) +
-                            "\n\nTalk soon.\n-- \nBob Miller\nPhone +49 30 1234\n";
-                 },
-                 {kFirst},
-                 5},
-        MailCase{"QuotedAndWrappedAt72",
-                 [] {
-                     return "On Monday Bob wrote:\n" + Quoted(Rewrapped(kFirst, 72), "> ") +
-                            "\nThanks!\n";
-                 },
-                 {kFirst},
-                 2},
-        MailCase{"QuotedTwiceWithoutBlanks",
-                 [] { return "Anna wrote:\n" + Quoted(Rewrapped(kFirst, 64), ">>"); },
-                 {kFirst},
-                 2},
-        MailCase{"MixedQuoteMarks",
-                 [] { return Quoted(Quoted(Rewrapped(kFirst, 76), "> "), "> "); },
-                 {kFirst},
-                 1},
-        MailCase{"WordsRightAgainstTheText",
-                 [] { return "Hi\n" + Rewrapped(kFirst, 76) + "\nBob\n"; },
-                 {kFirst},
-                 2},
-        MailCase{"BeginsOnALineOfProse",
-                 [] { return "Hi Anna,\nhere it is: " + Rewrapped(kFirst, 76) + "\nBob\n"; },
-                 {kFirst},
-                 2},
-        MailCase{"BeginsOnAQuotedLineOfProseWrappedAt72",
-                 [] { return "Bob wrote:\n" + Quoted(Rewrapped("the note: " + kFirst, 72), "> "); },
-                 {kFirst},
-                 2},
-        MailCase{"TwoTexts",
-                 [] {
-                     return "Old one:\n> " + Rewrapped(kSecond, 76) + "\n\nNew one:\n" +
-                            Rewrapped(kFirst, 70) + "\n";
-                 },
-                 {kSecond, kFirst},
-                 2},
-        MailCase{
-            "ProseOnly",
-            [] { return std::string("Meeting\nTomorrow\nat\nnoon\nRoom4\nBring\nthe\nkeys\n"); },
-            {},
-            0},
-        MailCase{"Nothing", [] { return std::string(); }, {}, 0}),
-    [](const auto& info) { return info.param.name; });
 
 } // namespace
 } // namespace kelvora

@@ -20,59 +20,44 @@ constexpr std::string_view kHiUnderSecret =
 constexpr std::string_view kEnglishHi =
     "This text has been encrypted with Kelvora Portable (free!) - http://www.kelvora.net\r\nHi";
 
-class EncryptedText : public ::testing::Test {
-protected:
-    SecretBytes m_key = MakePassphraseKey("secret");
-    testing::FixedRandom m_random;
-    CRijndael m_cipher;
-};
-
-TEST_F(EncryptedText, EncryptsTheHandBuiltLayoutExactly) {
+// Decryption keeps the padding behind the text, and takes blanks and line breaks anywhere.
+TEST(EncryptedText, EncryptsAndDecryptsTheHandBuiltTextExactly) {
+    const SecretBytes key = MakePassphraseKey("secret");
+    CRijndael cipher;
     const std::string plain = WithBanner(kEnglish, "Hi");
     ASSERT_EQ(plain, kEnglishHi);
-    const TextResult result = EncryptText(m_cipher, m_key.bytes(), plain, m_random);
-    ASSERT_EQ(result.status, TextStatus::Ok);
-    EXPECT_EQ(result.text, kHiUnderSecret);
-}
-
-TEST_F(EncryptedText, DecryptsTheHandBuiltTextWithItsPaddingBehind) {
-    const TextResult result = DecryptText(m_cipher, m_key.bytes(), kHiUnderSecret);
-    ASSERT_EQ(result.status, TextStatus::Ok);
-    EXPECT_EQ(result.text.size(), 128u - kTextPrefixBytes);
-    EXPECT_EQ(UpToFirstNul(result.text), kEnglishHi);
-}
-
-TEST_F(EncryptedText, ToleratesBlanksAndLineBreaksAnywhere) {
+    testing::FixedRandom random;
+    const TextResult encrypted = EncryptText(cipher, key.bytes(), plain, random);
+    ASSERT_EQ(encrypted.status, TextStatus::Ok);
+    EXPECT_EQ(encrypted.text, kHiUnderSecret);
     std::string spaced;
     for (const char c : std::string(kHiUnderSecret)) {
-        spaced.push_back(c);
-        if (c == 'M' || c == '+') {
-            spaced += c == 'M' ? " " : "\r\n";
-        }
+        spaced += c == 'M' ? "M " : c == '+' ? "+\r\n" : std::string(1, c);
     }
-    const TextResult result = DecryptText(m_cipher, m_key.bytes(), spaced);
-    ASSERT_EQ(result.status, TextStatus::Ok);
-    EXPECT_EQ(UpToFirstNul(result.text), kEnglishHi);
+    for (const std::string_view text : {kHiUnderSecret, std::string_view(spaced)}) {
+        const TextResult result = DecryptText(cipher, key.bytes(), text);
+        ASSERT_EQ(result.status, TextStatus::Ok);
+        EXPECT_EQ(result.text.size(), 128u - kTextPrefixBytes);
+        EXPECT_EQ(UpToFirstNul(result.text), kEnglishHi);
+    }
 }
 
-TEST_F(EncryptedText, RoundTripsInEveryLanguageWithAFreshPrefixEachTime) {
+TEST(EncryptedText, RoundTripsWithAFreshPrefixEachTimeAndRefusesPartialBlocks) {
+    const SecretBytes key = MakePassphraseKey("secret");
+    CRijndael cipher;
     SystemRandom random;
     for (const int language : {kGerman, kEnglish, kSpanish, kFrench}) {
         const std::string plain = WithBanner(language, "Gr\xFC\xDF"
                                                        "e\r\nline two");
-        const TextResult first = EncryptText(m_cipher, m_key.bytes(), plain, random);
-        const TextResult second = EncryptText(m_cipher, m_key.bytes(), plain, random);
+        const TextResult first = EncryptText(cipher, key.bytes(), plain, random);
+        const TextResult second = EncryptText(cipher, key.bytes(), plain, random);
         EXPECT_NE(first.text, second.text);
-        const TextResult back = DecryptText(m_cipher, m_key.bytes(), first.text);
+        const TextResult back = DecryptText(cipher, key.bytes(), first.text);
         EXPECT_EQ(UpToFirstNul(back.text), plain);
         EXPECT_TRUE(StartsWithBanner(back.text));
     }
-}
-
-TEST_F(EncryptedText, RefusesTextsThatAreNotWholeBlocks) {
     for (const std::string_view bad : {"", "QUJD", "not base64 at all!"}) {
-        EXPECT_EQ(DecryptText(m_cipher, m_key.bytes(), bad).status, TextStatus::NotBlockAligned)
-            << bad;
+        EXPECT_EQ(DecryptText(cipher, key.bytes(), bad).status, TextStatus::NotBlockAligned) << bad;
     }
 }
 
