@@ -3,7 +3,6 @@
 #include "app/RecordingMessageService.h"
 #include "app/WindowTestTools.h"
 #include "common/Version.h"
-#include "i18n/TextIds.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -36,7 +35,7 @@ struct Harness {
         return testing::FindControl<Widget>(window.data(), name);
     }
     QString Shown(const char* name) { return Find<QLabel>(QString::fromLatin1(name))->text(); }
-    void ClickFlag(const char* name) {
+    void Click(const char* name) {
         QTest::mouseClick(Find(QString::fromLatin1(name)), Qt::LeftButton);
     }
     // ClickLink follows element index of Label2 and returns the address it opened.
@@ -64,7 +63,7 @@ private slots:
                                                      {kSecondDraw, 201, QList<int>{2, 5}},
                                                      {kThirdDraw, 570, QList<int>{3}}}) {
             Harness h(draw, kSpanish);
-            h.ClickFlag("ImageDE");
+            h.Click("ImageDE");
             QCOMPARE(h.Shown("LblHeading"), Catalogue(kGerman, headingId, u"Kelvora Toolbox"_s));
             const QRegularExpression anyLink(u"^Label2_"_s);
             QCOMPARE(h.window->findChildren<QLabel*>(anyLink).size(), links.size());
@@ -104,7 +103,7 @@ private slots:
                                              {"ImageES", kSpanish},
                                              {"ImageEN", kEnglish},
                                              {"ImageDE", kGerman}}) {
-            h.ClickFlag(flag);
+            h.Click(flag);
             QCOMPARE(chosen.takeLast().at(0).toInt(), language);
             QCOMPARE(h.Shown("LblVersion"),
                      Catalogue(language, 561, QString::fromLatin1(kVersionText)));
@@ -127,7 +126,7 @@ private slots:
         QCOMPARE(h.Shown("LblParagraph"), Catalogue(kEnglish, 566));
         // Start asks for the main window and closes the welcome window.
         QSignalSpy start(h.window.data(), &FrmAbout::StartRequested);
-        QTest::mouseClick(h.Find(u"Command1"_s), Qt::LeftButton);
+        h.Click("Command1");
         QCOMPARE(start.size(), 1);
         QTRY_VERIFY(h.window.isNull());
     }
