@@ -3,31 +3,22 @@
 #include "i18n/Catalogue.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace kelvora {
 namespace {
 
-struct DrawCase {
-    const char* name;
-    double r;
-    AboutPanel panel;
-};
+using enum AboutPanel;
 
-class PanelChoice : public ::testing::TestWithParam<DrawCase> {};
-
-TEST_P(PanelChoice, BoundsBelongToTheLowerPanel) {
-    EXPECT_EQ(PanelForDraw(GetParam().r), GetParam().panel);
+// Each bound belongs to the lower panel.
+TEST(PanelChoice, BoundsBelongToTheLowerPanel) {
+    const std::pair<double, AboutPanel> kDraws[] = {
+        {0.0, PrivacyTest}, {0.33, PrivacyTest},       {0.3300001, MakerTool},
+        {0.66, MakerTool},  {0.6600001, PartnerTrial}, {0.9999999, PartnerTrial}};
+    for (const auto& [draw, panel] : kDraws) {
+        EXPECT_EQ(PanelForDraw(draw), panel) << draw;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, PanelChoice,
-    ::testing::Values(DrawCase{"Zero", 0.0, AboutPanel::PrivacyTest},
-                      DrawCase{"FirstBound", 0.33, AboutPanel::PrivacyTest},
-                      DrawCase{"JustAboveFirst", 0.3300001, AboutPanel::MakerTool},
-                      DrawCase{"SecondBound", 0.66, AboutPanel::MakerTool},
-                      DrawCase{"JustAboveSecond", 0.6600001, AboutPanel::PartnerTrial},
-                      DrawCase{"AlmostOne", 0.9999999, AboutPanel::PartnerTrial}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(LanguageBase, ConvertsBothWays) {
     constexpr std::pair<int, int> kPairs[] = {
@@ -38,21 +29,6 @@ TEST(LanguageBase, ConvertsBothWays) {
     }
 }
 
-struct LinkCase {
-    const char* name;
-    AboutPanel panel;
-    int languageBase;
-    int labelIndex;
-    const char* address;
-};
-
-class LinkRules : public ::testing::TestWithParam<LinkCase> {};
-
-TEST_P(LinkRules, AddressForPanelLanguageAndLabel) {
-    const LinkCase& c = GetParam();
-    EXPECT_EQ(LinkAddress(c.panel, c.languageBase, c.labelIndex), c.address);
-}
-
 constexpr const char* kPartnerDe =
     "https://partner.kelvora.net/shop.php?lang=de&promo=KV-TRIAL30&link=kelvora-crypt";
 constexpr const char* kPartnerEn =
@@ -61,22 +37,21 @@ constexpr const char* kToolPage = "https://www.kelvora.net/cookie.php?aref=91";
 constexpr const char* kStartPage = "https://www.kelvora.net/?aref=91";
 constexpr const char* kPrivacy = "https://privacy.kelvora.net/?aref=0";
 
-INSTANTIATE_TEST_SUITE_P(
-    Table, LinkRules,
-    ::testing::Values(LinkCase{"PartnerGerman", AboutPanel::PartnerTrial, 0, 3, kPartnerDe},
-                      LinkCase{"PartnerEnglish", AboutPanel::PartnerTrial, 1000, 3, kPartnerEn},
-                      LinkCase{"PartnerSpanish", AboutPanel::PartnerTrial, 2000, 3, kPartnerEn},
-                      LinkCase{"PartnerFrench", AboutPanel::PartnerTrial, 3000, 3, kPartnerEn},
-                      LinkCase{"ToolGerman", AboutPanel::MakerTool, 0, 2, kToolPage},
-                      LinkCase{"ToolEnglish", AboutPanel::MakerTool, 1000, 2, kToolPage},
-                      LinkCase{"ToolSpanish", AboutPanel::MakerTool, 2000, 2, kStartPage},
-                      LinkCase{"ToolFrench", AboutPanel::MakerTool, 3000, 2, kStartPage},
-                      LinkCase{"StartLinkGerman", AboutPanel::MakerTool, 0, 5, kStartPage},
-                      LinkCase{"StartLinkEnglish", AboutPanel::MakerTool, 1000, 5, kStartPage},
-                      LinkCase{"PrivacyGerman", AboutPanel::PrivacyTest, 0, 1, kPrivacy},
-                      LinkCase{"PrivacyFrench", AboutPanel::PrivacyTest, 3000, 1, kPrivacy},
-                      LinkCase{"PrivacyElementFive", AboutPanel::PrivacyTest, 1000, 5, kPrivacy}),
-    [](const auto& info) { return info.param.name; });
+// Rows: panel, language base, the link's element index, the address it opens.
+TEST(LinkRules, AddressForPanelLanguageAndLabel) {
+    const std::tuple<AboutPanel, int, int, const char*> kLinks[] = {
+        {PartnerTrial, 0, 3, kPartnerDe},    {PartnerTrial, 1000, 3, kPartnerEn},
+        {PartnerTrial, 2000, 3, kPartnerEn}, {PartnerTrial, 3000, 3, kPartnerEn},
+        {MakerTool, 0, 2, kToolPage},        {MakerTool, 1000, 2, kToolPage},
+        {MakerTool, 2000, 2, kStartPage},    {MakerTool, 3000, 2, kStartPage},
+        {MakerTool, 0, 5, kStartPage},       {MakerTool, 1000, 5, kStartPage},
+        {PrivacyTest, 0, 1, kPrivacy},       {PrivacyTest, 3000, 1, kPrivacy},
+        {PrivacyTest, 1000, 5, kPrivacy}};
+    for (const auto& [panel, languageBase, labelIndex, address] : kLinks) {
+        EXPECT_EQ(LinkAddress(panel, languageBase, labelIndex), address)
+            << static_cast<int>(panel) << " " << languageBase << " " << labelIndex;
+    }
+}
 
 } // namespace
 } // namespace kelvora

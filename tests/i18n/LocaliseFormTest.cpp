@@ -18,7 +18,6 @@
 #include <QRadioButton>
 #include <QTextEdit>
 #include <QtTest>
-#include <array>
 #include <memory>
 #include <set>
 
@@ -40,93 +39,58 @@ QString ShownText(const QWidget* widget) {
     return {};
 }
 
-// A small window with one control of every kind the localiser labels, some of them nested.
-struct SampleForm {
-    std::unique_ptr<QWidget> form = std::make_unique<QWidget>();
-    QList<QPair<QWidget*, int>> marked;
-
-    template <typename Control> Control* Add(QWidget* parent, int germanId) {
-        auto* control = new Control(parent);
-        control->setProperty("Tag", QStringLiteral("#%1").arg(germanId));
-        marked.append({control, germanId});
-        return control;
-    }
-
-    QGroupBox* group = Add<QGroupBox>(form.get(), 145);
-    QLabel* label = Add<QLabel>(group, 159);
-    QPushButton* button = Add<QPushButton>(form.get(), 161);
-
-    SampleForm() {
-        form->setProperty("Tag", QStringLiteral("#394"));
-        Add<QCheckBox>(group, 158);
-        Add<QRadioButton>(form.get(), 390);
-        Add<QLineEdit>(form.get(), 153);
-        Add<QTextEdit>(group, 149);
-        Add<QPlainTextEdit>(form.get(), 165);
-    }
-};
-
 } // namespace
 
 class LocaliseFormTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void SwitchingLanguagesRestoresEveryCaption() {
-        SampleForm sample;
-        sample.button->setToolTip(QStringLiteral("#162"));
-        sample.label->setToolTip(QStringLiteral("Leertaste betätigen"));
-        for (const int language : {kGerman, kFrench, kGerman}) {
-            LocaliseForm(sample.form.get(), language);
-            QCOMPARE(sample.form->windowTitle(), Catalogue(language, 394));
-            for (const auto& [control, germanId] : sample.marked) {
+    // A small window with one control of every kind the localiser labels, some of them nested,
+    // and marks that name no text of a language or no text at all: those leave the control as
+    // it was.
+    void SwitchingLanguagesRelabelsEveryMarkedControl() {
+        QWidget form;
+        form.setProperty("Tag", u"#394"_s);
+        auto* group = new QGroupBox(&form);
+        auto* label = new QLabel(group);
+        auto* button = new QPushButton(&form);
+        const std::pair<QWidget*, int> marked[] = {{group, 145},
+                                                   {label, 159},
+                                                   {button, 161},
+                                                   {new QCheckBox(group), 158},
+                                                   {new QRadioButton(&form), 390},
+                                                   {new QLineEdit(&form), 153},
+                                                   {new QTextEdit(group), 149},
+                                                   {new QPlainTextEdit(&form), 165}};
+        for (const auto& [control, germanId] : marked) {
+            control->setProperty("Tag", u"#%1"_s.arg(germanId));
+        }
+        button->setToolTip(u"#162"_s);
+        label->setToolTip(u"Leertaste betätigen"_s);
+        auto* back = new QPushButton(&form); // only English and Spanish have a text 182
+        back->setProperty("Tag", u"#182"_s);
+        auto* noNumber = new QLabel(u"kept"_s, &form);
+        noNumber->setProperty("Tag", u"#abc"_s);
+        noNumber->setToolTip(u"#182"_s);
+        for (const int language : {kGerman, kFrench, kSpanish, kFrench, kGerman}) {
+            LocaliseForm(&form, language);
+            QCOMPARE(form.windowTitle(), Catalogue(language, 394));
+            for (const auto& [control, germanId] : marked) {
                 QCOMPARE(ShownText(control), Catalogue(language, germanId));
             }
             // A tooltip is translated only while it still is a mark, so it keeps the first
-            // language.
-            QCOMPARE(sample.button->toolTip(), Catalogue(kGerman, 162));
-            QCOMPARE(sample.label->toolTip(), QStringLiteral("Leertaste betätigen"));
+            // language that has its text.
+            QCOMPARE(button->toolTip(), Catalogue(kGerman, 162));
+            QCOMPARE(label->toolTip(), u"Leertaste betätigen"_s);
+            QCOMPARE(noNumber->text(), u"kept"_s);
         }
-    }
-
-    // Marks that name no text of the language, or no text at all, leave the control as it was;
-    // only the first ampersand of a title goes.
-    void MissingTextsLeaveTheControlAndTitlesLoseOneAmpersand() {
-        QWidget form;
-        form.setWindowTitle(QStringLiteral("&Datei & Co"));
-        auto* back = new QPushButton(&form);
-        back->setProperty("Tag", QStringLiteral("#182"));
-        auto* noNumber = new QLabel(QStringLiteral("kept"), &form);
-        noNumber->setProperty("Tag", QStringLiteral("#abc"));
-        noNumber->setToolTip(QStringLiteral("#182"));
-
-        LocaliseForm(&form, kFrench); // French has no text 182
-        QCOMPARE(form.windowTitle(), QStringLiteral("Datei & Co"));
-        QCOMPARE(noNumber->text(), QStringLiteral("kept"));
-        QCOMPARE(noNumber->toolTip(), QStringLiteral("#182"));
-        LocaliseForm(&form, kSpanish);
-        LocaliseForm(&form, kFrench);
-        QCOMPARE(back->text(), QString::fromUtf8("Volver al menú principal"));
-    }
-
-    void FlagOfTheLanguageIsMarked() {
-        QWidget form;
-        const QStringList names{QStringLiteral("ImageDE"), QStringLiteral("ImageEN"),
-                                QStringLiteral("ImageES"), QStringLiteral("ImageFR")};
-        for (const QString& name : names) {
-            (new QLabel(&form))->setObjectName(name);
-        }
-        // Marking one language after another also checks that the previous border goes; 1000 is
-        // no language and marks nothing.
-        const std::array languages{kGerman, kEnglish, kSpanish, kFrench, 1000};
-        for (std::size_t i = 0; i < languages.size(); ++i) {
-            MarkLanguageFlag(&form, languages[i]);
-            for (const QLabel* flag : form.findChildren<QLabel*>()) {
-                const bool marked = i < 4 && flag->objectName() == names[static_cast<qsizetype>(i)];
-                QCOMPARE(flag->frameShape(), marked ? QFrame::Box : QFrame::NoFrame);
-                QCOMPARE(flag->property("BorderStyle").toInt(), marked ? 1 : 0);
-            }
-        }
+        QCOMPARE(back->text(), Catalogue(kSpanish, 182));
+        QCOMPARE(noNumber->toolTip(), Catalogue(kSpanish, 182));
+        // Only the first ampersand of a title goes.
+        QWidget titled;
+        titled.setWindowTitle(u"&Datei & Co"_s);
+        LocaliseForm(&titled, kFrench);
+        QCOMPARE(titled.windowTitle(), u"Datei & Co"_s);
     }
 
     // Every marked control of the real windows shows its mark's text in each language, and every

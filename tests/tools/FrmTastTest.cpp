@@ -7,8 +7,12 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
+#include <tuple>
 
 namespace kelvora {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using testing::Catalogue;
@@ -20,25 +24,19 @@ constexpr std::uint32_t kSpanishLayout = 0x040A040A;
 // Harness holds a passphrase box and a keyboard that types into it.
 struct Harness {
     QLineEdit txtCode;
-    FrmTast* keyboard;
+    FrmTast keyboard;
 
     explicit Harness(std::uint32_t layout, int languageOffset = kEnglish)
-        : keyboard(new FrmTast(txtCode, languageOffset, layout)) {
-        keyboard->setAttribute(Qt::WA_DeleteOnClose, false);
-        keyboard->show();
+        : keyboard(txtCode, languageOffset, layout) {
+        keyboard.setAttribute(Qt::WA_DeleteOnClose, false);
+        keyboard.show();
     }
-    ~Harness() { delete keyboard; }
 
     template <typename Widget = QPushButton> Widget* Find(const QString& name) {
-        return testing::FindControl<Widget>(keyboard, name);
+        return testing::FindControl<Widget>(&keyboard, name);
     }
-    QPushButton* Key(int index) { return Find(QStringLiteral("cmdNr_%1").arg(index)); }
+    QPushButton* Key(int index) { return Find(u"cmdNr_%1"_s.arg(index)); }
     void Press(int index) { QTest::mouseClick(Key(index), Qt::LeftButton); }
-    // Option clicks the size option on its round indicator, at the left of the control.
-    void Option(int index) {
-        auto* option = Find<QRadioButton>(QStringLiteral("Option1_%1").arg(index));
-        QTest::mouseClick(option, Qt::LeftButton, {}, QPoint(6, option->height() / 2));
-    }
 };
 
 } // namespace
@@ -47,122 +45,85 @@ class FrmTastTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void TypesByLayoutAndShift_data() {
-        QTest::addColumn<uint>("layout");
-        QTest::addColumn<bool>("shifted");
-        QTest::addColumn<int>("index");
-        QTest::addColumn<QString>("typed");
-        // What each key types is the key handler's table; these rows prove that the window
-        // passes on its layout, its shift state and the pressed key.
-        QTest::newRow("German Z shifted") << uint(kGermanLayout) << true << 44 << u"Z"_qs;
-        QTest::newRow("English y on Z place") << uint(kEnglishLayout) << false << 44 << u"y"_qs;
-        QTest::newRow("Spanish Ç shifted") << uint(kSpanishLayout) << true << 52 << u"Ç"_qs;
-        QTest::newRow("German && types two") << uint(kGermanLayout) << false << 59 << u"&&"_qs;
-    }
-
+    // What each key shows and types is the captions' and the key handler's table; these rows
+    // (layout, shift pressed, key, caption, typed) prove that the window passes on its layout,
+    // its shift state and the pressed key, and doubles a single ampersand to show as one.
     void TypesByLayoutAndShift() {
-        QFETCH(uint, layout);
-        QFETCH(bool, shifted);
-        QFETCH(int, index);
-        QFETCH(QString, typed);
-        Harness h(layout);
-        if (shifted) {
-            h.Press(kShiftKey);
+        const std::tuple<std::uint32_t, bool, int, QString, QString> kPresses[] = {
+            {kEnglishLayout, false, 44, u"Y"_s, u"y"_s},
+            {kSpanishLayout, true, 52, u"ç"_s, u"Ç"_s},
+            {kEnglishLayout, false, 60, u"&&"_s, u"&"_s},
+            {kGermanLayout, false, 59, u"&&"_s, u"&&"_s}};
+        for (const auto& [layout, shifted, index, caption, typed] : kPresses) {
+            Harness h(layout);
+            if (shifted) {
+                h.Press(kShiftKey);
+            }
+            QCOMPARE(h.Key(index)->text(), caption);
+            h.txtCode.setText(u"pw"_s);
+            h.Press(index);
+            QCOMPARE(h.txtCode.text(), u"pw"_s + typed);
         }
-        h.txtCode.setText(u"pw"_qs);
-        h.Press(index);
-        QCOMPARE(h.txtCode.text(), u"pw"_qs + typed);
     }
 
-    void BackspaceRemovesLastAndLeavesEmptyAlone() {
-        Harness h(kGermanLayout);
-        h.txtCode.setText(u"aäb"_qs);
-        h.Press(kBackspaceKey);
-        QCOMPARE(h.txtCode.text(), u"aä"_qs);
+    // Enter, Tab and "\" are greyed and type nothing; backspace removes the last character and
+    // leaves an empty box alone.
+    void KeysThatTypeNoCharacter() {
+        Harness h(kEnglishLayout);
+        h.txtCode.setText(u"aäb"_s);
+        for (const int index : {11, 13, 66, kBackspaceKey}) {
+            QCOMPARE(h.Key(index)->isEnabled(), index == kBackspaceKey);
+            h.Press(index);
+        }
+        QCOMPARE(h.txtCode.text(), u"aä"_s);
         for (int press = 0; press < 3; ++press) {
             h.Press(kBackspaceKey);
         }
         QCOMPARE(h.txtCode.text(), QString());
+        QCOMPARE(h.keyboard.findChildren<QPushButton*>().size(), 66);
     }
 
+    // Shift stays until pressed again, and the letters' names follow it; the two tool tips are
+    // fixed German texts; the names follow a change of language.
     void ShiftStaysUntilPressedAgain() {
-        Harness h(kGermanLayout);
-        QCOMPARE(h.Key(kShiftKey)->text(), u"shift"_qs);
+        Harness h(kGermanLayout, kFrench);
+        QCOMPARE(h.Key(kShiftKey)->toolTip(), u"Groß-/Kleinschreibung"_s);
+        QCOMPARE(h.Key(kSpaceKey)->toolTip(), u"Leertaste betätigen"_s);
         h.Press(kShiftKey);
-        QCOMPARE(h.Key(kShiftKey)->text(), u"SHIFT"_qs);
+        QCOMPARE(h.Key(kShiftKey)->text(), u"SHIFT"_s);
         QVERIFY(h.Key(kShiftKey)->isChecked());
-        QCOMPARE(h.Key(19)->accessibleName(), u"A"_qs);
-        for (const int index : {19, 20, 49}) { // A, B, Ä
+        QCOMPARE(h.Key(19)->accessibleName(), u"A"_s);
+        for (const int index : {19, 20, 49, kShiftKey, 19}) { // A, B, Ä, shift, a
             h.Press(index);
         }
-        h.Press(kShiftKey);
-        QCOMPARE(h.Key(kShiftKey)->text(), u"shift"_qs);
-        QCOMPARE(h.Key(19)->accessibleName(), u"a"_qs);
-        h.Press(19);
-        QCOMPARE(h.txtCode.text(), u"ABÄa"_qs);
+        QCOMPARE(h.Key(kShiftKey)->text(), u"shift"_s);
+        QCOMPARE(h.Key(19)->accessibleName(), u"a"_s);
+        QCOMPARE(h.txtCode.text(), u"ABÄa"_s);
+        h.keyboard.SetLanguage(kSpanish);
+        QCOMPARE(h.Key(kBackspaceKey)->accessibleName(), Catalogue(kSpanish, kRemoveLastKeyName));
+        QCOMPARE(h.Key(0)->accessibleName(), u"ñ"_s);
     }
 
-    void InactiveKeysAreGreyed() {
-        Harness h(kEnglishLayout);
-        for (const int index : {11, 13, 66}) {
-            QVERIFY2(!h.Key(index)->isEnabled(), qPrintable(QString::number(index)));
-            h.Press(index);
-        }
-        QCOMPARE(h.txtCode.text(), QString());
-        QCOMPARE(h.keyboard->findChildren<QPushButton*>().size(), 66);
-    }
-
-    // Captions follow the layout (which layout shows what is the captions' table); an ampersand
-    // is doubled to show as one.
-    void CaptionsFollowTheLayout() {
-        Harness spanish(kSpanishLayout);
-        QCOMPARE(spanish.Key(49)->text(), u"´"_qs);
-        Harness english(kEnglishLayout);
-        QCOMPARE(english.Key(44)->text(), u"Y"_qs);
-        QCOMPARE(english.Key(49)->text(), u";"_qs);
-        QCOMPARE(english.Key(60)->text(), u"&&"_qs);
-    }
-
+    // Every place and size doubles or halves once, whichever option is clicked again; no font.
     void SizeSwitchDoublesAndHalvesOnce() {
         Harness h(kGermanLayout);
-        const QSize windowAt1x = h.keyboard->size();
-        const QRect spaceAt1x = h.Key(kSpaceKey)->geometry();
-        const QRect optionAt1x = h.Find<QRadioButton>(u"Option1_1"_qs)->geometry();
+        auto* doubled = h.Find<QRadioButton>(u"Option1_1"_s);
+        const QSize windowAt1x = h.keyboard.size();
+        const QRect optionAt1x = doubled->geometry();
         const QFont font = h.Key(19)->font();
-        QCOMPARE(spaceAt1x, QRect(72, 128, 257, 17));
-        QCOMPARE(h.Key(kBackspaceKey)->geometry(), QRect(360, 24, 41, 25));
-
-        h.Option(0); // 1x at normal size: nothing
-        QCOMPARE(h.keyboard->size(), windowAt1x);
-        for (int round = 0; round < 2; ++round) {
-            h.Option(1);
-            QCOMPARE(h.keyboard->ZoomFactor(), 2);
-            QCOMPARE(h.keyboard->size(), windowAt1x * 2);
-            QCOMPARE(h.Key(kSpaceKey)->geometry(), QRect(144, 256, 514, 34));
-            QCOMPARE(h.Find<QRadioButton>(u"Option1_1"_qs)->geometry(),
-                     QRect(optionAt1x.topLeft() * 2, optionAt1x.size() * 2));
+        for (const int option : {0, 1, 1, 0, 0}) {
+            auto* clicked = h.Find<QRadioButton>(u"Option1_%1"_s.arg(option));
+            QTest::mouseClick(clicked, Qt::LeftButton, {}, QPoint(6, clicked->height() / 2));
+            const int zoom = option + 1;
+            QCOMPARE(h.keyboard.ZoomFactor(), zoom);
+            QCOMPARE(h.keyboard.size(), windowAt1x * zoom);
+            // The space bar's twips (1080, 1920, 3855, 255) in pixels.
+            QCOMPARE(h.Key(kSpaceKey)->geometry(),
+                     QRect(QPoint(72, 128) * zoom, QSize(257, 17) * zoom));
+            QCOMPARE(doubled->geometry(),
+                     QRect(optionAt1x.topLeft() * zoom, optionAt1x.size() * zoom));
+            QCOMPARE(h.Key(19)->font(), font);
         }
-        QCOMPARE(h.Key(19)->font(), font);
-        for (int round = 0; round < 2; ++round) {
-            h.Option(0);
-            QCOMPARE(h.keyboard->ZoomFactor(), 1);
-            QCOMPARE(h.keyboard->size(), windowAt1x);
-            QCOMPARE(h.Key(kSpaceKey)->geometry(), spaceAt1x);
-        }
-    }
-
-    void CaptionTipsAndNamesByLanguage() {
-        Harness h(kGermanLayout, kFrench);
-        QCOMPARE(h.Key(kBackspaceKey)->accessibleName(), Catalogue(kFrench, kRemoveLastKeyName));
-        QCOMPARE(h.Key(kShiftKey)->toolTip(), u"Groß-/Kleinschreibung"_qs);
-        QCOMPARE(h.Key(kSpaceKey)->toolTip(), u"Leertaste betätigen"_qs);
-        h.keyboard->SetLanguage(kSpanish);
-        QCOMPARE(h.keyboard->windowTitle(), Catalogue(kSpanish, kScreenKeyboardTitle));
-        QCOMPARE(h.Key(kSpaceKey)->text(), Catalogue(kSpanish, kSpaceKeyText));
-        QCOMPARE(h.Key(13)->text(), Catalogue(kSpanish, kTabKeyText));
-        QCOMPARE(h.Key(kBackspaceKey)->accessibleName(), Catalogue(kSpanish, kRemoveLastKeyName));
-        QCOMPARE(h.Key(0)->accessibleName(), u"ñ"_qs);
-        QCOMPARE(h.Key(59)->accessibleName(), u"&&"_qs);
     }
 };
 
