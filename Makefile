@@ -63,7 +63,7 @@ screenshot: build
 		/setEncrFiles DEMO /outputfile DEMO.vexo
 	./scripts/screenshot.sh $(BUILD_DIR)/src/app/kelvora docs/kelvora-decrypt.png en_US \
 		/setDecrFile DEMO.vexo
-	QT_QPA_PLATFORM=offscreen $(BUILD_DIR)/tests/app/render-side-windows docs
+	QT_QPA_PLATFORM=offscreen $(BUILD_DIR)/screenshots/render-side-windows docs
 
 format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i

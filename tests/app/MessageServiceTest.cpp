@@ -10,55 +10,38 @@
 #include <QTimer>
 
 namespace kelvora {
-namespace {
 
 using namespace Qt::StringLiterals;
-
-using testing::Catalogue;
-
-// ButtonTexts lists a box's OK, Cancel, Yes and No texts, in that order.
-QStringList ButtonTexts(QMessageBox& box) {
-    QStringList texts;
-    for (const auto which :
-         {QMessageBox::Ok, QMessageBox::Cancel, QMessageBox::Yes, QMessageBox::No}) {
-        texts << box.button(which)->text();
-    }
-    return texts;
-}
-
-} // namespace
+using namespace testing;
 
 class MessageServiceTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void BoxButtonsSpeakTheWindowsLanguage_data() {
-        QTest::addColumn<int>("languageOffset");
-        QTest::addColumn<QStringList>("texts");
-        QTest::newRow("German") << kGerman
-                                << QStringList{u"OK"_s, u"Abbrechen"_s, u"Ja"_s, u"Nein"_s};
-        QTest::newRow("English") << kEnglish
-                                 << QStringList{u"OK"_s, u"Cancel"_s, u"Yes"_s, u"No"_s};
-        QTest::newRow("Spanish") << kSpanish
-                                 << QStringList{Catalogue(kSpanish, 151), Catalogue(kSpanish, 150),
-                                                u"Sí"_s, u"No"_s};
-        QTest::newRow("French") << kFrench
-                                << QStringList{Catalogue(kFrench, 151), Catalogue(kFrench, 150),
-                                               u"Oui"_s, u"Non"_s};
-    }
-
-    void BoxButtonsSpeakTheWindowsLanguage() {
-        QFETCH(int, languageOffset);
-        QFETCH(QStringList, texts);
-        QMessageBox box(QMessageBox::Question, u"t"_s, u"x"_s,
-                        QMessageBox::Ok | QMessageBox::Cancel | QMessageBox::Yes | QMessageBox::No);
-        LabelButtons(box, languageOffset);
-        QCOMPARE(ButtonTexts(box), texts);
-
-        QFileDialog dialog;
-        LabelFileDialog(dialog, languageOffset, kOpenButtonId);
-        QCOMPARE(dialog.labelText(QFileDialog::Accept), Catalogue(languageOffset, 105));
-        QCOMPARE(dialog.labelText(QFileDialog::Reject), texts[1]);
+    // A box's OK, Cancel, Yes and No, and a file dialog's buttons, speak the window's language.
+    void ButtonsSpeakTheWindowsLanguage() {
+        for (const auto& [language, texts] :
+             {std::pair{kGerman, QStringList{u"OK"_s, u"Abbrechen"_s, u"Ja"_s, u"Nein"_s}},
+              {kEnglish, QStringList{u"OK"_s, u"Cancel"_s, u"Yes"_s, u"No"_s}},
+              {kSpanish,
+               QStringList{Catalogue(kSpanish, 151), Catalogue(kSpanish, 150), u"Sí"_s, u"No"_s}},
+              {kFrench, QStringList{Catalogue(kFrench, 151), Catalogue(kFrench, 150), u"Oui"_s,
+                                    u"Non"_s}}}) {
+            QMessageBox box(QMessageBox::Question, u"t"_s, u"x"_s,
+                            QMessageBox::Ok | QMessageBox::Cancel | QMessageBox::Yes |
+                                QMessageBox::No);
+            LabelButtons(box, language);
+            QStringList shown;
+            for (const auto which :
+                 {QMessageBox::Ok, QMessageBox::Cancel, QMessageBox::Yes, QMessageBox::No}) {
+                shown << box.button(which)->text();
+            }
+            QCOMPARE(shown, texts);
+            QFileDialog dialog;
+            LabelFileDialog(dialog, language, kOpenButtonId);
+            QCOMPARE(dialog.labelText(QFileDialog::Accept), Catalogue(language, 105));
+            QCOMPARE(dialog.labelText(QFileDialog::Reject), texts[1]);
+        }
     }
 
     // The real service labels the box it shows and reports the button pressed.

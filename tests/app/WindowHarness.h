@@ -64,9 +64,14 @@ struct Harness {
         return FindControl<Widget>(&window, QString::fromLatin1(name));
     }
     void Click(const char* name) { QTest::mouseClick(Find(name), Qt::LeftButton); }
-    QString Results() { return Find<QPlainTextEdit>("txtResults")->toPlainText(); }
-    QString Passphrase() { return Find<QLineEdit>("TxtCode")->text(); }
-    QString Sentence() { return Find<QLabel>("Label3")->text(); }
+    // Text is what the named label, button, field or text box shows.
+    QString Text(const char* name) {
+        const QVariant plain = Find(name)->property("plainText");
+        return plain.isValid() ? plain.toString() : Find(name)->property("text").toString();
+    }
+    QString Results() { return Text("txtResults"); }
+    QString Passphrase() { return Text("TxtCode"); }
+    QString Sentence() { return Text("Label3"); }
     void Fill(const QString& text, const QString& passphrase) {
         Find<QPlainTextEdit>("txtResults")->setPlainText(text);
         Find<QLineEdit>("TxtCode")->setText(passphrase);

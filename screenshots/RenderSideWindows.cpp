@@ -13,7 +13,8 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QRadioButton>
-#include <QTest>
+#include <QEventLoop>
+#include <QTimer>
 #include <cstdio>
 
 namespace {
@@ -23,7 +24,9 @@ constexpr double kPanelDraw = 0.5; // the maker's tools
 
 bool Save(QWidget& window, const QDir& folder, const QString& name) {
     window.show();
-    QTest::qWait(200);
+    QEventLoop settle; // lets the window lay itself out and paint before it is grabbed
+    QTimer::singleShot(200, &settle, &QEventLoop::quit);
+    settle.exec();
     const QString path = folder.filePath(name);
     if (!window.grab().save(path)) {
         std::fprintf(stderr, "render-side-windows: cannot write %s\n", qPrintable(path));
