@@ -106,17 +106,6 @@ StartCommand ParseArguments(const std::vector<std::string>& words) {
     return command;
 }
 
-std::string JoinArguments(int argc, const char* const* argv) {
-    std::string joined;
-    for (int i = 1; i < argc; ++i) {
-        if (i > 1) {
-            joined.push_back(' ');
-        }
-        joined += argv[i];
-    }
-    return joined;
-}
-
 std::string ProgramName(std::string_view argv0) {
     const std::size_t last = argv0.rfind(kSeparator);
     return std::string(last == std::string_view::npos ? argv0 : argv0.substr(last + 1));

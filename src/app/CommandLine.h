@@ -42,10 +42,6 @@ struct StartCommand {
 // cannot fail.
 [[nodiscard]] StartCommand ParseArguments(const std::vector<std::string>& words);
 
-// JoinArguments rebuilds the one argument string from the words the system split it into
-// (joined by single blanks), which is the text ParseCommandLine reads.
-[[nodiscard]] std::string JoinArguments(int argc, const char* const* argv);
-
 // ProgramName is the name the program runs under, without its folder.
 [[nodiscard]] std::string ProgramName(std::string_view argv0);
 

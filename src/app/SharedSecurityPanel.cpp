@@ -1,6 +1,7 @@
 #include "app/SharedSecurityPanel.h"
 
 #include "app/Theme.h"
+#include "app/WindowParts.h"
 #include "i18n/Catalogue.h"
 #include "i18n/TextIds.h"
 
@@ -24,12 +25,6 @@ namespace {
 constexpr std::array kModeCaptionIds = {kSinglePassphraseText, kSharedSecurityText};
 constexpr std::array kArrowTipIds = {kNextKeyTip, kPreviousKeyTip}; // next, previous
 constexpr int kCountFieldWidth = 44;
-
-template <typename Widget> Widget* Tag(Widget* widget, const QString& name, int germanId) {
-    widget->setObjectName(name);
-    widget->setProperty("Tag", QStringLiteral("#%1").arg(germanId));
-    return widget;
-}
 
 // LeavesTheField tells whether a focus loss moves the focus to another control of the window,
 // which is when the count is checked; a dialog or another window taking the focus is not.
@@ -87,8 +82,9 @@ void SharedSecurityPanel::BuildControls() {
     auto* modes = new QHBoxLayout(m_modeButtons);
     modes->setContentsMargins(0, 0, 0, 0);
     for (int i = 0; i < 2; ++i) {
-        m_optMults[i] = Tag(new QRadioButton(m_modeButtons), QStringLiteral("optMults_%1").arg(i),
-                            kModeCaptionIds[static_cast<std::size_t>(i)]);
+        m_optMults[i] =
+            parts::Tag(new QRadioButton(m_modeButtons), QStringLiteral("optMults_%1").arg(i),
+                       kModeCaptionIds[static_cast<std::size_t>(i)]);
         modes->addWidget(m_optMults[i]);
         connect(m_optMults[i], &QRadioButton::clicked, this, [this, i] { OnOptMultsClick(i); });
     }
@@ -99,7 +95,7 @@ void SharedSecurityPanel::BuildControls() {
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(4);
     auto* row = new QHBoxLayout;
-    auto* caption = Tag(new QLabel(this), QStringLiteral("lblsharedkey"), kKeysCaption);
+    auto* caption = parts::Tag(new QLabel(this), QStringLiteral("lblsharedkey"), kKeysCaption);
     m_txtKeyNum = new QLineEdit(QString::fromLatin1(SharedSecurityState::kInitialCount), this);
     m_txtKeyNum->setObjectName(QStringLiteral("txtKeyNum"));
     m_txtKeyNum->setFixedWidth(kCountFieldWidth);
@@ -131,7 +127,7 @@ void SharedSecurityPanel::BuildControls() {
         row->addWidget(m_places[static_cast<std::size_t>(i)]);
     }
     column->addLayout(row);
-    auto* hint = Tag(new QLabel(this), QStringLiteral("LblSharedHint"), kDecryptionOnlyHint);
+    auto* hint = parts::Tag(new QLabel(this), QStringLiteral("LblSharedHint"), kDecryptionOnlyHint);
     hint->setProperty("role", QStringLiteral("hint"));
     hint->setWordWrap(true);
     column->addWidget(hint);
