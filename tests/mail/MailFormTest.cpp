@@ -50,14 +50,6 @@ TEST(Wildcard, ListsTakeAnEndingHyphenAndCountCase) {
     EXPECT_FALSE(MatchesWildcard("B", "[a-z]"));
 }
 
-TEST(MailBody, FieldsInTheServersOrderAndATooLongTextFailsAll) {
-    MailFields fields{"Anna Berg", "anna@example.org", "bo@example.net", "", "AbC+/=\r\nxy"};
-    EXPECT_EQ(MailBody(fields), "Mode=cryptmobile&mailabsn=Anna+Berg&mailabs=anna%40example%2Eorg"
-                                "&mailadr=bo%40example%2Enet&MailText=&Text=AbC%2B%2F%3D%0D%0Axy");
-    fields.encryptedText.assign(kMaxMailFieldChars + 1, 'Q');
-    EXPECT_EQ(MailBody(fields), std::nullopt);
-}
-
 // "ok" alone is success; "ERR: " with a text is the server's error; anything else means no
 // connection.
 TEST(MailAnswer, OkAloneIsSuccess) {
