@@ -162,7 +162,6 @@ private slots:
             const QString before = h.Fields();
             h.Send();
             QCOMPARE(h.Busy(), QList<bool>(4, true));
-            QVERIFY(h.Find("cmdCancel")->isEnabled());
             // The window answers events while it waits.
             QTRY_COMPARE(server.requests.size(), 1);
             if (answer.isEmpty()) {
@@ -176,6 +175,7 @@ private slots:
         }
     }
 
+    // Cancel stays usable while the post runs, and ends it without a word.
     void CancelEndsThePostQuietly() {
         LoopbackHttpServer server({});
         Harness h(server.Port());
