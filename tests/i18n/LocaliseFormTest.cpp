@@ -48,7 +48,6 @@ private slots:
     // no text of a language or no text at all: those leave the control as it was.
     void SwitchingLanguagesRelabelsEveryMarkedControl() {
         QWidget form;
-        form.setProperty("Tag", u"#394"_s);
         auto* group = new QGroupBox(&form);
         auto* label = new QLabel(group);
         auto* button = new QPushButton(&form);
@@ -70,7 +69,6 @@ private slots:
         noNumber->setToolTip(u"#182"_s);
         for (const int language : {kGerman, kFrench, kSpanish, kFrench, kGerman}) {
             LocaliseForm(&form, language);
-            QCOMPARE(form.windowTitle(), Catalogue(language, 394));
             for (const auto& [control, germanId] : marked) {
                 QCOMPARE(ShownText(control), Catalogue(language, germanId));
             }
@@ -82,7 +80,7 @@ private slots:
         }
         QCOMPARE(back->text(), Catalogue(kSpanish, 182));
         QCOMPARE(noNumber->toolTip(), Catalogue(kSpanish, 182));
-        // Only the first ampersand of a title goes.
+        // Only the first ampersand of a title goes (a marked title is the side windows' test).
         QWidget titled;
         titled.setWindowTitle(u"&Datei & Co"_s);
         LocaliseForm(&titled, kFrench);
