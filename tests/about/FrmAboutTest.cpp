@@ -83,23 +83,19 @@ private slots:
         }
     }
 
-    // The flags choose the language: the chosen flag alone is marked (how a mark looks is the
-    // main window's test), the texts the window fills
-    // itself follow, and French leaves out the tool lines it lacks. The marked texts follow too
-    // (one is checked here; all of them are checked with every window's marks).
+    // The flags choose the language: the chosen flag alone is marked (how a mark looks and that
+    // the main window hears of the choice are the main window's tests), the version line follows
+    // (the heading is the panel table's), and French leaves out the tool lines it lacks.
     void FlagsChooseTheLanguageAndStartCloses() {
         Harness h(kSecondDraw, kGerman);
-        QSignalSpy chosen(h.window.data(), &FrmAbout::LanguageChosen);
         QCOMPARE(h.Shown("LblTool_1"), u"• "_s + Catalogue(kGerman, 203));
         for (const auto& [flag, language] : {std::pair{"ImageFR", kFrench},
                                              {"ImageES", kSpanish},
                                              {"ImageEN", kEnglish},
                                              {"ImageDE", kGerman}}) {
             h.Click(flag);
-            QCOMPARE(chosen.takeLast().at(0).toInt(), language);
             QCOMPARE(h.Shown("LblVersion"),
                      Catalogue(language, 561, QString::fromLatin1(kVersionText)));
-            QCOMPARE(h.Shown("LblHeading"), Catalogue(language, 201, u"Kelvora Toolbox"_s));
             QCOMPARE(h.Find(u"LblTool_0"_s)->isVisible(), language != kFrench);
             for (const char* other : {"ImageDE", "ImageEN", "ImageES", "ImageFR"}) {
                 auto* image = h.Find<QLabel>(QString::fromLatin1(other));
