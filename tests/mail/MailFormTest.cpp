@@ -16,7 +16,7 @@ TEST(FormEncoding, KeepsOnlyLettersAndDigits) {
         {"\xE4", "%E4"},
         {"x-y.z", "x%2Dy%2Ez"},
         {std::string("\x00\x0F\x10", 3), "%00%0F%10"}, // a leading zero below 16
-        {"+%&=", "%2B%25%26%3D"},
+        {"+/%&=", "%2B%2F%25%26%3D"},
         {"a\r\nb", "a%0D%0Ab"},
         {"\x7F\xFF", "%7F%FF"},
         {longest, longest},
