@@ -14,6 +14,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <numeric>
+#include <ranges>
 #include <regex>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -89,7 +90,7 @@ Env Fixture(const ScratchFolder& scratch) {
         {"tree/leer", {}},
         {"tree/sub/one", {'1'}},
         {"tree/\xC3\x84rger/caf\xC3\xA9.txt", {'c'}},
-        {"c.vexo", BuildContainer({{"a.txt", {'a'}}})},
+        {"c1.vexo", BuildContainer({{"a.txt", {'a'}}})},
         {"one.vexo", BuildContainer({{"one.txt", {'h', 'i', '\n'}}})},
         {"differs.vexo", BuildContainer({{"a", {'1'}}, {"b", {'2'}}}, {68, 68, 100})},
         {"odd.vexo",
@@ -126,23 +127,17 @@ std::string Expanded(std::string text, const Env& names) {
 }
 
 // Split cuts text at each separator.
-std::vector<std::string> Split(const std::string& text, const std::string& separator) {
+std::vector<std::string> Split(const std::string& text, std::string_view separator) {
     std::vector<std::string> parts;
-    std::size_t start = 0;
-    for (std::size_t end; (end = text.find(separator, start)) != std::string::npos;
-         start = end + separator.size()) {
-        parts.push_back(text.substr(start, end - start));
+    for (const auto part : std::views::split(text, separator)) {
+        parts.emplace_back(part.begin(), part.end());
     }
-    parts.push_back(text.substr(start));
     return parts;
 }
 
-std::map<std::string, std::string> Snapshot(const ScratchFolder& scratch) {
-    std::map<std::string, std::string> files;
-    for (const std::string& file : FilesBelow(scratch.Path())) {
-        files[file] = StringFromBytes(ReadFile(scratch / file));
-    }
-    return files;
+// Repeated is text, times over.
+std::string Repeated(const std::string& text, std::size_t times) {
+    return std::regex_replace(std::string(times, '.'), std::regex("\\."), text);
 }
 
 // RunRow runs the row's commands in the fixture and compares everything a person sees.
@@ -150,7 +145,7 @@ void RunRow(const Row& row) {
     SCOPED_TRACE(row.line);
     ScratchFolder scratch;
     const Env names = Fixture(scratch);
-    std::map<std::string, std::string> before = Snapshot(scratch);
+    Tree before = TreeBelow(scratch.Path());
     ScriptedPrompt prompt(Words(row.typed.value_or("")));
     const std::string input =
         names.contains(row.input) ? TempFolder::Read(names.at(row.input)) : row.input;
@@ -182,9 +177,8 @@ void RunRow(const Row& row) {
         EXPECT_EQ(out, Expanded(*row.out, names));
     }
     EXPECT_EQ(std::accumulate(prompt.asked.begin(), prompt.asked.end(), std::string()), row.asked);
-    std::map<std::string, std::string> after = Snapshot(scratch);
-    for (const std::string& made :
-         row.made.empty() ? std::vector<std::string>{} : Split(row.made, "|")) {
+    Tree after = TreeBelow(scratch.Path());
+    for (const std::string& made : Split(row.made, "|")) {
         const std::string file = made.substr(0, made.find('='));
         ASSERT_TRUE(after.contains(file)) << file;
         before[file] = file.size() < made.size() ? made.substr(file.size() + 1) : after[file];
@@ -217,14 +211,9 @@ const std::string kNoUse = "{t.txt}: file has no usable content (not a Kelvora c
 const std::string kFifo = "{fifo}: refused, not a regular file (a FIFO, socket or device)";
 
 TEST(CommandLine, TextsPassphrasesAndKeys) {
-    std::string elevenKeys = "decrypt-text";
-    for (int i = 0; i < 11; ++i) {
-        elevenKeys += " --key-file {a}";
-    }
-    std::string umlauts; // 32 characters of two bytes each are not longer than the key
-    for (int i = 0; i < 32; ++i) {
-        umlauts += "\xC3\xA4";
-    }
+    const std::string elevenKeys = "decrypt-text" + Repeated(" --key-file {a}", 11);
+    // 32 characters of two bytes each are not longer than the key
+    const std::string umlauts = Repeated("\xC3\xA4", 32);
     const Row rows[] = {
         {"decrypt-text", 1, "wrong passphrase, or not a Kelvora text", "", kHiUnderSecret,
          "Secret"},
@@ -267,14 +256,12 @@ TEST(CommandLine, TextsPassphrasesAndKeys) {
         {"encrypt-text", 2, "no passphrase was entered", "", "x", none, "", "", kAsk},
         {"decrypt-text", 0, "", kBannerEn + "Hi", kHiUnderSecret, none, "", "secret", kAsk},
         {"rate", 0, "", kRate, "", none, "", "abcdefghij", kAsk},
-        {"rate -p -", 0, "", kRate, "abcdefghij\n"},
         {"encrypt-text", 2, "the passphrase is empty", "", "x", ""},
         {"encrypt-text -p /nonexistent/pass", 2,
          "cannot read /nonexistent/pass: No such file or directory", "", "x", none},
         {"encrypt-text | decrypt-text --no-banner -p {p32}", 0, kLong, "long", "long",
-         kFirst32 + "ignored"},
+         kFirst32 + "y"},
         {"rate", 0, "", none, "", umlauts},
-        {"rate", 0, kLong, none, "", kFirst32 + "y"},
         {"encrypt-text", 1,
          "the passphrase holds '" + kAlpha + kUnholdable +
              "1, which a key cannot hold (it becomes \"?\"); choose another",
@@ -287,8 +274,6 @@ TEST(CommandLine, TextsPassphrasesAndKeys) {
         // Key files combine in their order under the shared-key rule, as the core combines
         // them; the digests of the first two keys hold bytes Windows-1252 leaves undefined.
         {"decrypt-text --no-banner -i {shared.txt}" + kKeys, 0, "", "shared", "", none},
-        {"decrypt-text -i {shared.txt} --key-file {k2} --key-file {k1} --key-file {a}", 1,
-         "wrong passphrase, or not a Kelvora text", "", "", none},
         {"encrypt -o - {a}" + kKeys + " | test -" + kKeys, 0, "", "OK\n", "", none},
         {"encrypt-text -p /dev/null --key-file {a}", 2,
          "give either -p FILE or --key-file FILE..., not both", "", "x", none},
@@ -341,7 +326,7 @@ TEST(CommandLine, UsageAndOutputs) {
         {"decrypt a.vexo -", 2, "standard input ('-') can only be decrypted alone"},
         {"decrypt", 2, "name the container to read"},
         {"encrypt -o x.vexo", 2, "no files to encrypt (see 'kelvora-cli encrypt --help')"},
-        {"decrypt {c.vexo} --overwrite --skip-existing", 2,
+        {"decrypt {c1.vexo} --overwrite --skip-existing", 2,
          "--overwrite, --skip-existing and --rename exclude each other"},
         // Outputs that exist already are replaced only with --force, and then whole.
         {"encrypt-text -o {t.txt}", 1, kExists, "", "x"},
@@ -379,9 +364,9 @@ TEST(CommandLine, ContainersFilesAndPipes) {
     const std::string tree =
         "0\ttree/leer\n1\ttree/sub/one\n1\ttree/\xC3\x84rger/caf\xC3\xA9.txt\n";
     const Row rows[] = {
-        {"decrypt {c.vexo} --overwrite", 1, "wrong passphrase", "", "", "wrong"},
+        {"decrypt {c1.vexo} --overwrite", 1, "wrong passphrase", "", "", "wrong"},
         {"test {t.txt}", 1, kNoUse, "", "", "wrong"},
-        {"test --verbose {c.vexo}", 0, "checked a.txt", "OK\n"},
+        {"test --verbose {c1.vexo}", 0, "checked a.txt", "OK\n"},
         {"test -", 1,
          "the index at the end does not match the records read (2 files read, 3 in the index)", "",
          "{differs.vexo}"},
@@ -389,9 +374,8 @@ TEST(CommandLine, ContainersFilesAndPipes) {
          "files listed twice are encrypted once", "2\ta\n", "", kPassphrase, "n.vexo"},
         {"encrypt -q -o {s}/n.vexo {a} {a} ; list {s}/n.vexo", 0, "", "2\ta\n", "", kPassphrase,
          "n.vexo"},
-        {"decrypt {c.vexo} {t.txt} {one.vexo} -C {s}/out", 1, kNoUse,
+        {"decrypt {c1.vexo} {t.txt} {one.vexo} -C {s}/out", 1, kNoUse,
          "{s}/out/a.txt\n{s}/out/one.txt\n", "", kPassphrase, "out/a.txt=a|out/one.txt=hi\n"},
-        {"decrypt -o - {one.vexo}", 0, "", "hi\n"},
         {"decrypt -o - {twice.vexo}", 1,
          "the container holds more than one file; only a single file can go to standard output "
          "(restore them with -C DIR)",
@@ -414,23 +398,21 @@ TEST(CommandLine, ContainersFilesAndPipes) {
          "{\"ok\":true,\"files\":[\"say \\\"hi\\\".txt\",\"d/e\",\"caf\u00e9\"]}\n"},
         // A folder's entries go in by name, byte for byte, so "\xC3\x84rger" comes last; a
         // container streamed through a pipe lists and restores as a file does.
-        {"encrypt -o - {s}/tree | list -", 0, "", tree},
-        {"encrypt -o - {s}/tree | decrypt - -C {s}/out", 0, "",
-         "{s}/out/tree/leer\n{s}/out/tree/sub/one\n{s}/out/tree/\xC3\x84rger/caf\xC3\xA9.txt\n", "",
-         kPassphrase, "out/tree/leer=|out/tree/sub/one=1|out/tree/\xC3\x84rger/caf\xC3\xA9.txt=c"},
+        {"encrypt -o - {s}/tree | list - ; encrypt -o - {s}/tree | decrypt - -C {s}/out", 0, "",
+         tree +
+             "{s}/out/tree/leer\n{s}/out/tree/sub/one\n{s}/out/tree/\xC3\x84rger/caf\xC3\xA9.txt\n",
+         "", kPassphrase,
+         "out/tree/leer=|out/tree/sub/one=1|out/tree/\xC3\x84rger/caf\xC3\xA9.txt=c"},
         // Stored names are shown escaped and never created.
-        {"list {unsafe.vexo}", 0, "",
-         "1\t\\x1b]0;x\\x07\n1\ta\\x0ab\n1\t../up\n1\t/abs\n1\tfine\n"},
-        {"decrypt {unsafe.vexo} -C {s}/out", 1,
+        {"list {unsafe.vexo} ; decrypt {unsafe.vexo} -C {s}/out", 1,
          "\\x1b]0;x\\x07" + kUnsafe + "a\\x0ab" + kUnsafe + "../up" + kUnsafe + "/abs" + kUnsafe +
              "4 entries were left out (named above)",
-         "{s}/out/fine\n", "", kPassphrase, "out/fine=f"},
+         "1\t\\x1b]0;x\\x07\n1\ta\\x0ab\n1\t../up\n1\t/abs\n1\tfine\n{s}/out/fine\n", "",
+         kPassphrase, "out/fine=f"},
         // Special files never make a command wait: they are named and left out, or refused.
         {"encrypt -o {s}/n.vexo {fifo} {a} | list {s}/n.vexo", 1,
          kFifo + "\n1 entry was left out (named above)", "2\ta\n", "", kPassphrase, "n.vexo"},
         {"list {fifo}", 1, kFifo},
-        {"test {fifo}", 1, kFifo},
-        {"decrypt {fifo}", 1, kFifo},
         // A file that reads as empty but holds data is not stored empty.
         {"encrypt -o {s}/n.vexo /proc/self/status", 1,
          "/proc/self/status: refused, its size is not known in advance (it reads 0 bytes but holds "
@@ -442,7 +424,7 @@ TEST(CommandLine, ContainersFilesAndPipes) {
     // --each gives every file a container of its own, beside it or below -C DIR, and never
     // replaces one without --force.
     for (const std::string place : {"", "e/"}) {
-        std::string line = std::string("encrypt --each {s}/tree {c.vexo} {a}") +
+        std::string line = std::string("encrypt --each {s}/tree {c1.vexo} {a}") +
                            (place.empty() ? "" : " -C {s}/e");
         std::string made;
         for (const char* name :
@@ -450,7 +432,7 @@ TEST(CommandLine, ContainersFilesAndPipes) {
             line += " ; list {s}/" + place + name + ".vexo";
             made += (made.empty() ? "" : "|") + place + name + ".vexo";
         }
-        RunRow({line, 0, "passed over {c.vexo}: it is a container already",
+        RunRow({line, 0, "passed over {c1.vexo}: it is a container already",
                 "2\ta\n0\tleer\n1\tone\n1\tcaf\xC3\xA9.txt\n", "", kPassphrase, made});
     }
     RunRow({"encrypt --each {a} ; encrypt --each {a}", 1,
@@ -463,8 +445,8 @@ TEST(CommandLine, ContainersFilesAndPipes) {
         // Without "{", which the rows keep for the fixture's names.
         std::string data = StringFromBytes(PatternBytes(size, 3));
         std::replace(data.begin(), data.end(), '{', '(');
-        RunRow({"encrypt --name f0 -o - - | list -", 0, "", std::to_string(size) + "\tf0\n", data});
-        RunRow({"encrypt --name f0 -o - - | decrypt -o - -", 0, "", data, data});
+        RunRow({"encrypt --name f0 -o - - | list - ; encrypt --name f0 -o - - | decrypt -o - -", 0,
+                "", std::to_string(size) + "\tf0\n" + data, data});
     }
 }
 

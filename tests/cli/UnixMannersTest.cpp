@@ -6,6 +6,7 @@
 
 #include <array>
 #include <gtest/gtest.h>
+#include <regex>
 
 namespace kelvora {
 namespace {
@@ -111,12 +112,8 @@ TEST(UnixManners, LanguageNameIgnoresCaseAndTerritory) {
 TEST(UnixManners, PrintsEncryptedTextsInLinesOfAtMost76Characters) {
     const auto encrypted = RunInProcess({"encrypt-text"}, std::string(300, 'x'), Passphrase("x"));
     ASSERT_EQ(encrypted.status, 0) << encrypted.err;
-    EXPECT_TRUE(encrypted.out.ends_with('\n') && !encrypted.out.ends_with("\n\n"));
-    EXPECT_GE(std::count(encrypted.out.begin(), encrypted.out.end(), '\n'), 5);
-    std::istringstream lines(encrypted.out);
-    for (std::string line; std::getline(lines, line);) {
-        EXPECT_LE(line.size(), 76u);
-    }
+    EXPECT_TRUE(std::regex_match(encrypted.out, std::regex("([A-Za-z0-9+/=]{1,76}\n){5,}")))
+        << encrypted.out;
 }
 
 TEST(UnixManners, ProgressShowsBytesSpeedAndTimeLeft) {
@@ -133,8 +130,7 @@ TEST(UnixManners, ProgressShowsBytesSpeedAndTimeLeft) {
 
 TEST(UnixManners, GenpassGivesADifferent32CharacterLineEachTime) {
     const auto first = RunInProcess({"genpass"});
-    ASSERT_EQ(first.out.size(), 33u);
-    EXPECT_EQ(first.out.back(), '\n');
+    EXPECT_TRUE(std::regex_match(first.out, std::regex("[^\n]{32}\n"))) << first.out;
     EXPECT_NE(first.out, RunInProcess({"genpass"}).out);
 }
 
