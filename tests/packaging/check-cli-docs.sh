@@ -3,10 +3,8 @@
 # rendered as man does with every warning on, and the completion, loaded the way
 # bash-completion finds it.
 # usage: check-cli-docs.sh KELVORA_CLI ROOT SCRATCH WITH_GUI(0|1)
-set -euo pipefail
+source "$(dirname "$0")/check-lib.sh"
 cli=$1 root=$2 scratch=$3 gui=$4
-status=0
-fail() { echo "$*"; status=1; }
 
 # The overview lists commands as "  NAME   summary" between "Commands:" and a blank line.
 commands=$("$cli" --help | sed -n '/^Commands:/,/^$/p' | awk 'NF > 1 { print $1 }' | LC_ALL=C sort)
