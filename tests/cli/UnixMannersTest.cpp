@@ -79,7 +79,7 @@ TEST(UnixManners, HelpCommandEqualsTheCommandsOwnHelp) {
     EXPECT_EQ(bare.err, overview.out);
 }
 
-TEST(UnixManners, LanguageFollowsTheFirstLocaleVariableSet) {
+TEST(UnixManners, LanguageFollowsTheFirstLocaleVariableSetOrTheNameGiven) {
     const std::pair<Env, int> rows[] = {
         {{}, kEnglish},
         {{{"LANG", "de_DE.UTF-8"}}, kGerman},
@@ -95,14 +95,12 @@ TEST(UnixManners, LanguageFollowsTheFirstLocaleVariableSet) {
     for (const auto& [env, offset] : rows) {
         EXPECT_EQ(cli::LanguageOffsetFromLocale(Lookup(env)), offset) << env.size();
     }
-}
-
-TEST(UnixManners, LanguageNameIgnoresCaseAndTerritory) {
-    const std::pair<const char*, std::optional<int>> rows[] = {
+    // A name given with --lang ignores case and territory.
+    const std::pair<const char*, std::optional<int>> names[] = {
         {"fr", kFrench},     {"DE", kGerman},      {"Es", kSpanish},   {"es_NI.UTF-8", kSpanish},
         {"en-GB", kEnglish}, {"it", std::nullopt}, {"", std::nullopt}, {"deu", std::nullopt},
     };
-    for (const auto& [given, offset] : rows) {
+    for (const auto& [given, offset] : names) {
         EXPECT_EQ(cli::LanguageOffsetFromName(given), offset) << given;
     }
 }
