@@ -207,8 +207,6 @@ const std::string kFifo = "{fifo}: refused, not a regular file (a FIFO, socket o
 
 TEST(CommandLine, TextsPassphrasesAndKeys) {
     const std::string elevenKeys = "decrypt-text" + Repeated(" --key-file {a}", 11);
-    // 32 characters of two bytes each are not longer than the key
-    const std::string umlauts = Repeated("\xC3\xA4", 32);
     const Row rows[] = {
         {"decrypt-text", 1, "wrong passphrase, or not a Kelvora text", "", kHiUnderSecret,
          "Secret"},
@@ -255,7 +253,8 @@ TEST(CommandLine, TextsPassphrasesAndKeys) {
          "cannot read /nonexistent/pass: No such file or directory", "", "x", none},
         {"encrypt-text | decrypt-text --no-banner -p {p32}", 0, kLong, "long", "long",
          kFirst32 + "y"},
-        {"rate", 0, "", none, "", umlauts},
+        // 32 characters of two bytes each are not longer than the key
+        {"rate", 0, "", none, "", Repeated("\xC3\xA4", 32)},
         {"encrypt-text", 1,
          "the passphrase holds '" + kAlpha + kUnholdable +
              "1, which a key cannot hold (it becomes \"?\"); choose another",
