@@ -40,8 +40,8 @@ public:
     void OnFileDone(std::size_t index, const std::string& path) override {
         Post([this, index, path] { m_page.OnFileDone(index, path); });
     }
-    void OnFileRefused(std::size_t index, const std::string& name, FileError why) override {
-        Post([this, index, name, why] { m_page.OnFileRefused(index, name, why); });
+    void OnFileRefused(std::size_t index, const OmittedEntry& refused) override {
+        Post([this, index, refused] { m_page.OnFileRefused(index, refused); });
     }
     bool AskReplaceContainer(const std::string& path) override {
         return Ask<bool>([this, &path] { return m_page.AskReplaceContainer(path); });

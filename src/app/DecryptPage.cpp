@@ -46,8 +46,8 @@ public:
         return chosen.toStdString();
     }
     void OnFileDone(std::size_t, const std::string&) override { ++m_outcome.restored; }
-    void OnFileRefused(std::size_t, const std::string& name, FileError) override {
-        m_outcome.refused << QString::fromStdString(name);
+    void OnFileRefused(std::size_t, const OmittedEntry& refused) override {
+        m_outcome.refused << QString::fromStdString(refused.name);
     }
 
 private:

@@ -226,6 +226,7 @@ std::optional<SecretBytes> SharedSecurityPanel::BuildKey() {
 
 void SharedSecurityPanel::ClearSlots() {
     m_state.ClearSlots();
+    m_txtCode.clear();
     UpdatePlaces();
 }
 

@@ -63,7 +63,8 @@ public:
     // among the first count that is empty shows message 386 with its number, a count
     // outside 1 to 10 message 385; both give nothing.
     [[nodiscard]] std::optional<SecretBytes> BuildKey();
-    // ClearSlots empties all ten key slots (after a decryption has read them).
+    // ClearSlots empties all ten key slots (after a decryption has read them), and the
+    // passphrase box, which shows one of them: no key stays on screen after it was used.
     void ClearSlots();
     // HideKeyPlace hides one of the ten key places until the count changes again.
     void HideKeyPlace(int index);

@@ -87,10 +87,11 @@ void CliFileObserver::OnFileDone(std::size_t, const std::string& path) {
     }
 }
 
-void CliFileObserver::OnFileRefused(std::size_t, const std::string& name, FileError why) {
+void CliFileObserver::OnFileRefused(std::size_t, const OmittedEntry& refused) {
     ClearProgress();
     ++m_refused;
-    Fail(m_context, kExitFailure, FileErrorMessage(Failure(why, 0, 0, name)));
+    Fail(m_context, kExitFailure,
+         FileErrorMessage(Failure(refused.why, 0, 0, refused.name, refused.systemError)));
 }
 
 void CliFileObserver::OnNameOnlyThisProgramReads(const std::string& path) {

@@ -41,7 +41,7 @@ public:
     bool CancelRequested() override;
     void OnJobStarted(std::size_t fileCount, std::int64_t totalBytes) override;
     void OnFileDone(std::size_t index, const std::string& path) override;
-    void OnFileRefused(std::size_t index, const std::string& name, FileError why) override;
+    void OnFileRefused(std::size_t index, const OmittedEntry& refused) override;
     void OnFileSkipped(std::size_t index, const std::string& path) override;
     void OnNameOnlyThisProgramReads(const std::string& path) override;
     void OnBytesDone(std::int64_t bytes) override;

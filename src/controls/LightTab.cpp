@@ -129,12 +129,11 @@ QRect LightTab::TabRect(int index) const {
 
 int LightTab::HitTest(int x) const {
     const auto boundaries = TabBoundaries();
-    const auto tabCount = static_cast<std::size_t>(m_numberOfTabs);
-    if (x < boundaries[0] || x > boundaries[tabCount]) {
+    if (x < boundaries[0]) {
         return -1;
     }
-    // The first boundary at or beyond x closes the tab that holds x.
-    for (std::size_t i = 1; i <= tabCount; ++i) {
+    // The first boundary at or beyond x closes the tab that holds x; past the last, none.
+    for (std::size_t i = 1; i <= static_cast<std::size_t>(m_numberOfTabs); ++i) {
         if (boundaries[i] >= x) {
             return static_cast<int>(i) - 1;
         }

@@ -57,7 +57,7 @@ FileJobResult RestoreFile(ContainerSession& session, const OutputFolder& folder,
 void LeaveOut(const PlannedFile& file, std::vector<OmittedEntry>& omitted,
               FileJobObserver& observer) {
     omitted.push_back(OmittedEntry{file.shown, file.why, file.systemError});
-    observer.OnFileRefused(file.range.index, file.shown, file.why);
+    observer.OnFileRefused(file.range.index, omitted.back());
 }
 
 FileJobResult WithOmitted(FileJobResult result, std::vector<OmittedEntry> omitted) {

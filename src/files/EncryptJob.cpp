@@ -122,7 +122,7 @@ std::vector<InputEntry> ReadableInputs(const std::vector<InputEntry>& entries,
         }
         const int error = why == FileError::ReadFailed ? refused.systemError : 0;
         omitted.push_back(OmittedEntry{entries[i].path, why, error});
-        observer.OnFileRefused(i, entries[i].path, why);
+        observer.OnFileRefused(i, omitted.back());
     }
     return kept;
 }
@@ -175,7 +175,7 @@ std::vector<InputEntry> StorableInputs(const EncryptRequest& request,
                                        FileJobObserver& observer) {
     for (const OmittedEntry& passed : request.passedOver) {
         omitted.push_back(passed);
-        observer.OnFileRefused(0, passed.name, passed.why);
+        observer.OnFileRefused(0, passed);
     }
     return ReadableInputs(request.entries, omitted, observer);
 }

@@ -43,11 +43,11 @@ public:
         (void)index;
         (void)path;
     }
-    // OnFileRefused reports a file the job passed over, such as an unsafe stored name.
-    virtual void OnFileRefused(std::size_t index, const std::string& name, FileError why) {
+    // OnFileRefused reports a file the job passed over, such as an unsafe stored name, with
+    // why and, for a file that could not be read, the system's reason.
+    virtual void OnFileRefused(std::size_t index, const OmittedEntry& refused) {
         (void)index;
-        (void)name;
-        (void)why;
+        (void)refused;
     }
     // OnFileSkipped reports a file not restored because its path exists already.
     virtual void OnFileSkipped(std::size_t index, const std::string& path) {

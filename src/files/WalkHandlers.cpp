@@ -58,7 +58,7 @@ ByteSink* WalkRestorer::OnFileStarted(std::size_t index, const std::string& ansi
     const auto relative = RelativePathFromStoredName(ansiName);
     if (!relative) {
         m_refused = true;
-        m_observer.OnFileRefused(index, m_shown, FileError::UnsafeName);
+        m_observer.OnFileRefused(index, OmittedEntry{m_shown, FileError::UnsafeName});
         return nullptr;
     }
     TargetChoice choice = index < m_planned.size() && m_planned[index]

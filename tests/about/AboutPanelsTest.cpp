@@ -1,7 +1,5 @@
 #include "about/AboutPanels.h"
 
-#include "i18n/Catalogue.h"
-
 #include <gtest/gtest.h>
 #include <tuple>
 
@@ -17,15 +15,6 @@ TEST(PanelChoice, BoundsBelongToTheLowerPanel) {
         {0.66, MakerTool},  {0.6600001, PartnerTrial}, {0.9999999, PartnerTrial}};
     for (const auto& [draw, panel] : kDraws) {
         EXPECT_EQ(PanelForDraw(draw), panel) << draw;
-    }
-}
-
-TEST(LanguageBase, ConvertsBothWays) {
-    constexpr std::pair<int, int> kPairs[] = {
-        {kGerman, 0}, {kEnglish, 1000}, {kSpanish, 2000}, {kFrench, 3000}};
-    for (const auto& [offset, base] : kPairs) {
-        EXPECT_EQ(LanguageBaseOf(offset), base);
-        EXPECT_EQ(LanguageOffsetOfBase(base), offset);
     }
 }
 

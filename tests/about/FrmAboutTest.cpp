@@ -5,7 +5,6 @@
 #include "common/Version.h"
 
 #include <QAccessible>
-#include <QApplication>
 #include <QLabel>
 #include <QPointer>
 #include <QRegularExpression>
@@ -38,9 +37,8 @@ struct Harness {
     void Click(const char* name) {
         QTest::mouseClick(Find(QString::fromLatin1(name)), Qt::LeftButton);
     }
-    // ClickLink follows element index of Label2 and returns the address it opened.
-    QString ClickLink(int index) {
-        QTest::mouseClick(Find(u"Label2_%1"_s.arg(index)), Qt::LeftButton);
+    // Opened is the address the last click or key asked for, or nothing.
+    QString Opened() {
         return messages.openedUrls.isEmpty() ? QString() : messages.openedUrls.takeLast();
     }
 };
@@ -56,63 +54,52 @@ class FrmAboutTest : public QObject {
 
 private slots:
     // Which draw chooses which panel and which address a link opens are the panel rules'
-    // tables; these rows (draw, heading, links) prove that the window shows the drawn panel and
-    // asks for each address with its panel, the language its flags chose and the link's index.
+    // tables; these rows (draw, heading, links with their texts) prove that the window shows the
+    // drawn panel and asks for each address with its panel, the language its flags chose and the
+    // link's index. A link is named by its text, reached with Tab and followed with Enter too.
     void PanelAndLinksForFixedDraws() {
-        for (const auto& [draw, headingId, links] : {std::tuple{kFirstDraw, 562, QList<int>{1}},
-                                                     {kSecondDraw, 201, QList<int>{2, 5}},
-                                                     {kThirdDraw, 570, QList<int>{3}}}) {
+        using Links = QList<std::pair<int, int>>;
+        for (const auto& [draw, headingId, links] : {std::tuple{kFirstDraw, 562, Links{{1, 565}}},
+                                                     {kSecondDraw, 201, Links{{2, 568}, {5, 569}}},
+                                                     {kThirdDraw, 570, Links{{3, 573}}}}) {
             Harness h(draw, kSpanish);
             h.Click("ImageDE");
             QCOMPARE(h.Shown("LblHeading"), Catalogue(kGerman, headingId, u"Kelvora Toolbox"_s));
             const QRegularExpression anyLink(u"^Label2_"_s);
             QCOMPARE(h.window->findChildren<QLabel*>(anyLink).size(), links.size());
-            for (const int index : links) {
-                QCOMPARE(h.ClickLink(index),
-                         QString::fromStdString(LinkAddress(PanelForDraw(draw), 0, index)));
+            for (const auto& [index, textId] : links) {
+                const QString address =
+                    QString::fromStdString(LinkAddress(PanelForDraw(draw), 0, index));
+                QWidget* link = h.Find(u"Label2_%1"_s.arg(index));
+                QTest::mouseClick(link, Qt::LeftButton);
+                QCOMPARE(h.Opened(), address);
+                QCOMPARE(QAccessible::queryAccessibleInterface(link)->text(QAccessible::Name),
+                         Catalogue(kGerman, textId));
+                QVERIFY(link->focusPolicy() & Qt::TabFocus);
+                QTest::keyClick(link, Qt::Key_Return);
+                QCOMPARE(h.Opened(), address);
             }
             QVERIFY(h.messages.openedUrls.isEmpty());
         }
     }
 
-    void LinkFollowedFromTheKeyboard() {
-        Harness h(kFirstDraw, kEnglish);
-        h.window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(h.window));
-        auto* link = h.Find<QLabel>(u"Label2_1"_s);
-        QCOMPARE(QAccessible::queryAccessibleInterface(link)->text(QAccessible::Name),
-                 Catalogue(kEnglish, 565));
-        // Tab from the flags walks into the link; Enter follows it.
-        h.Find(u"ImageFR"_s)->setFocus(Qt::TabFocusReason);
-        for (int step = 0; step < 8 && !link->hasFocus(); ++step) {
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        }
-        QVERIFY(link->hasFocus());
-        QTest::keyClick(link, Qt::Key_Return);
-        QCOMPARE(h.messages.openedUrls, QStringList{u"https://privacy.kelvora.net/?aref=0"_s});
-    }
-
-    // The flags choose the language: the chosen flag alone is marked, the texts the window fills
-    // itself follow, and French leaves out the tool lines it lacks. The marked texts follow too
-    // (one is checked here; all of them are checked with every window's marks).
+    // The flags choose the language: the chosen flag alone is marked (how a mark looks and that
+    // the main window hears of the choice are the main window's tests), the version line follows
+    // (the heading is the panel table's), and French leaves out the tool lines it lacks.
     void FlagsChooseTheLanguageAndStartCloses() {
         Harness h(kSecondDraw, kGerman);
-        QSignalSpy chosen(h.window.data(), &FrmAbout::LanguageChosen);
         QCOMPARE(h.Shown("LblTool_1"), u"• "_s + Catalogue(kGerman, 203));
         for (const auto& [flag, language] : {std::pair{"ImageFR", kFrench},
                                              {"ImageES", kSpanish},
                                              {"ImageEN", kEnglish},
                                              {"ImageDE", kGerman}}) {
             h.Click(flag);
-            QCOMPARE(chosen.takeLast().at(0).toInt(), language);
             QCOMPARE(h.Shown("LblVersion"),
                      Catalogue(language, 561, QString::fromLatin1(kVersionText)));
-            QCOMPARE(h.Shown("LblHeading"), Catalogue(language, 201, u"Kelvora Toolbox"_s));
             QCOMPARE(h.Find(u"LblTool_0"_s)->isVisible(), language != kFrench);
             for (const char* other : {"ImageDE", "ImageEN", "ImageES", "ImageFR"}) {
                 auto* image = h.Find<QLabel>(QString::fromLatin1(other));
                 const bool marked = qstrcmp(other, flag) == 0;
-                QCOMPARE(image->frameShape(), marked ? QFrame::Box : QFrame::NoFrame);
                 QCOMPARE(image->property("BorderStyle").toInt(), marked ? 1 : 0);
             }
             QCOMPARE(h.window->Panel(), AboutPanel::MakerTool);

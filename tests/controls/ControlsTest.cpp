@@ -170,13 +170,11 @@ private slots:
         ProgressBar loaded;
         loaded.ReadProperties(bag);
         QCOMPARE(Properties(loaded).first(8), Properties(saved).first(8));
-        // A bag without values brings every default back, the bar included.
+        // A bag without values brings every default back, the bar's border included (how the
+        // bar follows its orientation and range is the rebuilding and range tests').
         loaded.ReadProperties(PropertyBag());
         QCOMPARE(Properties(loaded), kDefaults);
-        const QProgressBar* bar = loaded.hwnd();
-        QCOMPARE(loaded.findChild<QProgressBar*>(u"ProgressWindow"_s), bar);
-        QCOMPARE(bar->orientation(), Qt::Horizontal);
-        QCOMPARE(bar->maximum(), 100);
+        QCOMPARE(loaded.findChild<QProgressBar*>(u"ProgressWindow"_s), loaded.hwnd());
         QCOMPARE(loaded.frameShape(), QFrame::NoFrame);
     }
 
@@ -219,7 +217,6 @@ private slots:
         control.SetStep(-3);
         control.StepIt();
         QCOMPARE(control.Position(), qint64{10});
-        QCOMPARE(control.hwnd()->value(), 10);
     }
 
     // Rows: position, min, max, the inner bar's value. An int range passes unchanged; a wider

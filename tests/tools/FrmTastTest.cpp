@@ -104,12 +104,18 @@ private slots:
         QCOMPARE(h.Key(0)->accessibleName(), u"ñ"_s);
     }
 
-    // Every place and size doubles or halves once, whichever option is clicked again; no font.
+    // Every key and option lies inside the keyboard, and two that can be clicked share at most
+    // their border line (a pixel thick, two when doubled; the greyed "\\" lies on the edge of
+    // "0"); every place and size doubles or halves once, whichever option is clicked again; no
+    // font changes.
     void SizeSwitchDoublesAndHalvesOnce() {
         Harness h(kGermanLayout);
-        auto* doubled = h.Find<QRadioButton>(u"Option1_1"_s);
+        const QList<QAbstractButton*> parts = h.keyboard.findChildren<QAbstractButton*>();
+        QList<QRect> placesAt1x;
+        for (const QAbstractButton* part : parts) {
+            placesAt1x << part->geometry();
+        }
         const QSize windowAt1x = h.keyboard.size();
-        const QRect optionAt1x = doubled->geometry();
         const QFont font = h.Key(19)->font();
         for (const int option : {0, 1, 1, 0, 0}) {
             auto* clicked = h.Find<QRadioButton>(u"Option1_%1"_s.arg(option));
@@ -117,11 +123,17 @@ private slots:
             const int zoom = option + 1;
             QCOMPARE(h.keyboard.ZoomFactor(), zoom);
             QCOMPARE(h.keyboard.size(), windowAt1x * zoom);
-            // The space bar's twips (1080, 1920, 3855, 255) in pixels.
-            QCOMPARE(h.Key(kSpaceKey)->geometry(),
-                     QRect(QPoint(72, 128) * zoom, QSize(257, 17) * zoom));
-            QCOMPARE(doubled->geometry(),
-                     QRect(optionAt1x.topLeft() * zoom, optionAt1x.size() * zoom));
+            for (qsizetype i = 0; i < parts.size(); ++i) {
+                const QRect place = parts[i]->geometry();
+                QCOMPARE(place, QRect(placesAt1x[i].topLeft() * zoom, placesAt1x[i].size() * zoom));
+                QVERIFY(h.keyboard.rect().contains(place));
+                for (qsizetype j = 0; j < i && parts[i]->isEnabled(); ++j) {
+                    const QRect shared = parts[j]->geometry() & place;
+                    QVERIFY2(!parts[j]->isEnabled() ||
+                                 std::min(shared.width(), shared.height()) <= zoom,
+                             qPrintable(parts[j]->objectName() + u" "_s + parts[i]->objectName()));
+                }
+            }
             QCOMPARE(h.Key(19)->font(), font);
         }
     }

@@ -1,7 +1,7 @@
 #include "tools/ScreenKeyboard.h"
 
 #include <gtest/gtest.h>
-#include <map>
+#include <set>
 #include <tuple>
 
 namespace kelvora {
@@ -12,13 +12,11 @@ using enum KeyboardLayoutCode;
 // ---- The design ----
 
 // 66 keys, 0 to 67 without 16 and 17, each on whole pixels, the letters in alphabetical order
-// from 19. Row starts, row ends and the odd sizes (index, left, top, width, height) stand where
-// the design puts them; each row's pitch shows in its last key.
-TEST(ScreenKeyboardDesign, SixtySixKeysInTheirPlaces) {
-    std::map<int, std::array<int, 4>> places;
+// from 19. That the keys lie inside the keyboard and apart is the keyboard window's test.
+TEST(ScreenKeyboardDesign, SixtySixKeysOnWholePixels) {
+    std::set<int> indexes;
     for (const KeyDesign& key : DesignedKeys()) {
-        const std::array place{key.left, key.top, key.width, key.height};
-        EXPECT_TRUE(places.emplace(key.index, place).second) << "index " << key.index << " twice";
+        EXPECT_TRUE(indexes.insert(key.index).second) << "index " << key.index << " twice";
         EXPECT_EQ(key.left % kTwipsPerPixel, 0) << key.index;
         EXPECT_EQ(key.top % kTwipsPerPixel, 0) << key.index;
         if (key.index >= kFirstLetterKey && key.index <= kLastLetterKey) {
@@ -26,20 +24,10 @@ TEST(ScreenKeyboardDesign, SixtySixKeysInTheirPlaces) {
                       std::string(1, static_cast<char>('A' + key.index - kFirstLetterKey)));
         }
     }
-    EXPECT_EQ(places.size(), 66u);
-    EXPECT_FALSE(places.contains(16) || places.contains(17));
-    EXPECT_EQ(places.begin()->first, 0);
-    EXPECT_EQ(places.rbegin()->first, kShiftKey);
-    constexpr std::array<int, 5> kPlaces[] = {
-        {14, 600, 360, 375, 375},   {65, 4920, 360, 375, 375},   {12, 5400, 360, 615, 375},
-        {9, 6960, 360, 375, 375},   {13, 240, 735, 495, 375},    {35, 720, 735, 375, 375},
-        {53, 5040, 735, 375, 375},  {4, 6240, 735, 375, 375},    {19, 840, 1110, 375, 375},
-        {52, 4800, 1110, 375, 375}, {67, 240, 1485, 735, 375},   {43, 960, 1485, 375, 375},
-        {50, 4560, 1485, 375, 375}, {0, 6240, 1485, 735, 375},   {10, 6960, 1485, 375, 375},
-        {11, 5520, 720, 495, 1095}, {18, 1080, 1920, 3855, 255}, {66, 6240, 1800, 375, 375}};
-    for (const auto& [index, left, top, width, height] : kPlaces) {
-        EXPECT_EQ(places[index], (std::array{left, top, width, height})) << index;
-    }
+    EXPECT_EQ(indexes.size(), 66u);
+    EXPECT_FALSE(indexes.contains(16) || indexes.contains(17));
+    EXPECT_EQ(*indexes.begin(), 0);
+    EXPECT_EQ(*indexes.rbegin(), kShiftKey);
 }
 
 // Keyboard layout handles: German (Germany), a German device, Swiss and Austrian German,
@@ -61,19 +49,20 @@ TEST(ScreenKeyboardLayout, FollowsTheLanguageId) {
 // move with the layout; then the language letters, and the key "0" that types one in every
 // layout; symbols type their layout's caption whatever shift says, so these rows also check
 // the captions; then the space bar, index 68 (no key) and the inactive Enter, Tab and "\".
+// The presses the keyboard window makes itself (English "y", a shifted Spanish "Ç" under its
+// small caption, both ampersands) are its rows, not repeated here.
 TEST(KeyHandler, TypesWhatTheDesignSays) {
     const std::tuple<KeyboardLayoutCode, bool, int, const char*> kPresses[] = {
-        {German, true, 19, "a"},     {German, false, 44, "Z"},      {English, true, 44, "y"},
-        {Spanish, false, 43, "Z"},   {German, true, 47, "ö"},       {German, false, 48, "Ü"},
-        {German, true, 49, "ä"},     {Spanish, true, 47, "ñ"},      {Spanish, false, 52, "Ç"},
-        {German, true, 0, "ñ"},      {German, false, 0, "Ñ"},       {English, true, 0, "ö"},
-        {Spanish, false, 0, "Ö"},    {English, false, 47, ":"},     {English, true, 49, ";"},
-        {English, true, 52, "'"},    {Spanish, true, 53, "¡"},      {Spanish, false, 49, "´"},
-        {English, true, 59, "^"},    {English, false, 56, "@"},     {Spanish, true, 56, "\""},
-        {Spanish, true, 14, "°"},    {German, true, 59, "&&"},      {English, true, 60, "&"},
-        {German, true, 7, "7"},      {German, true, 65, "ß"},       {English, true, 10, "."},
-        {Spanish, false, 10, ","},   {Spanish, false, 18, " "},     {English, true, 68, " "},
-        {German, true, 11, nullptr}, {English, false, 13, nullptr}, {Spanish, true, 66, nullptr}};
+        {German, true, 19, "a"},       {German, false, 44, "Z"},    {Spanish, false, 43, "Z"},
+        {German, true, 47, "ö"},       {German, false, 48, "Ü"},    {German, true, 49, "ä"},
+        {Spanish, true, 47, "ñ"},      {German, true, 0, "ñ"},      {German, false, 0, "Ñ"},
+        {English, true, 0, "ö"},       {Spanish, false, 0, "Ö"},    {English, false, 47, ":"},
+        {English, true, 49, ";"},      {English, true, 52, "'"},    {Spanish, true, 53, "¡"},
+        {Spanish, false, 49, "´"},     {English, true, 59, "^"},    {English, false, 56, "@"},
+        {Spanish, true, 56, "\""},     {Spanish, true, 14, "°"},    {German, true, 7, "7"},
+        {German, true, 65, "ß"},       {English, true, 10, "."},    {Spanish, false, 10, ","},
+        {Spanish, false, 18, " "},     {English, true, 68, " "},    {German, true, 11, nullptr},
+        {English, false, 13, nullptr}, {Spanish, true, 66, nullptr}};
     for (const auto& [layout, lowerCase, index, typed] : kPresses) {
         const std::string caption =
             index < kKeyIndexCount ? CaptionsFor(layout)[static_cast<std::size_t>(index)] : "";
@@ -83,7 +72,6 @@ TEST(KeyHandler, TypesWhatTheDesignSays) {
         EXPECT_EQ(action.kind, typed ? KeyAction::Kind::Append : KeyAction::Kind::Nothing);
         EXPECT_EQ(action.text, typed ? typed : "");
     }
-    EXPECT_EQ(CaptionsFor(Spanish)[52], "ç"); // shown small, typed as the handler says
     EXPECT_EQ(PressKey(German, true, kBackspaceKey, "<-").kind, KeyAction::Kind::RemoveLast);
     EXPECT_EQ(PressKey(English, false, kShiftKey, "SHIFT").kind, KeyAction::Kind::ToggleShift);
 }
