@@ -38,18 +38,14 @@ struct CliResult {
 
 // ScriptedPrompt is a terminal whose person types answers in order, then ends the input;
 // asked records the prompts shown.
-class ScriptedPrompt final : public cli::PassphrasePrompt {
-public:
-    explicit ScriptedPrompt(std::vector<std::string> answers) : m_answers(std::move(answers)) {}
+struct ScriptedPrompt final : cli::PassphrasePrompt {
     std::optional<std::string> Ask(std::string_view prompt) override {
         asked.emplace_back(prompt);
-        return asked.size() <= m_answers.size() ? std::optional(m_answers[asked.size() - 1])
-                                                : std::nullopt;
+        return asked.size() <= answers.size() ? std::optional(answers[asked.size() - 1])
+                                              : std::nullopt;
     }
+    std::vector<std::string> answers;
     std::vector<std::string> asked;
-
-private:
-    std::vector<std::string> m_answers;
 };
 
 // Lookup answers the names env holds, and no other.

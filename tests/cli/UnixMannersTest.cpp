@@ -6,6 +6,7 @@
 
 #include <array>
 #include <gtest/gtest.h>
+#include <regex>
 
 namespace kelvora {
 namespace {
@@ -64,10 +65,7 @@ TEST(UnixManners, HelpCommandEqualsTheCommandsOwnHelp) {
         EXPECT_EQ(viaHelp.out.find("The passphrase comes from") != std::string::npos,
                   command->passphrase != cli::PassphraseUse::None)
             << name;
-        std::istringstream lines(viaHelp.out);
-        for (std::string line; std::getline(lines, line);) {
-            EXPECT_LT(line.size(), 80u) << line;
-        }
+        EXPECT_FALSE(std::regex_search(viaHelp.out, std::regex("[^\n]{80}"))) << viaHelp.out;
     }
     const auto overview = RunInProcess({"--help"});
     EXPECT_EQ(overview.status, 0);
@@ -78,7 +76,7 @@ TEST(UnixManners, HelpCommandEqualsTheCommandsOwnHelp) {
     EXPECT_EQ(bare.err, overview.out);
 }
 
-TEST(UnixManners, LanguageFollowsTheFirstLocaleVariableSet) {
+TEST(UnixManners, LanguageFollowsTheFirstLocaleVariableSetOrTheNameGiven) {
     const std::pair<Env, int> rows[] = {
         {{}, kEnglish},
         {{{"LANG", "de_DE.UTF-8"}}, kGerman},
@@ -94,14 +92,12 @@ TEST(UnixManners, LanguageFollowsTheFirstLocaleVariableSet) {
     for (const auto& [env, offset] : rows) {
         EXPECT_EQ(cli::LanguageOffsetFromLocale(Lookup(env)), offset) << env.size();
     }
-}
-
-TEST(UnixManners, LanguageNameIgnoresCaseAndTerritory) {
-    const std::pair<const char*, std::optional<int>> rows[] = {
+    // A name given with --lang ignores case and territory.
+    const std::pair<const char*, std::optional<int>> names[] = {
         {"fr", kFrench},     {"DE", kGerman},      {"Es", kSpanish},   {"es_NI.UTF-8", kSpanish},
         {"en-GB", kEnglish}, {"it", std::nullopt}, {"", std::nullopt}, {"deu", std::nullopt},
     };
-    for (const auto& [given, offset] : rows) {
+    for (const auto& [given, offset] : names) {
         EXPECT_EQ(cli::LanguageOffsetFromName(given), offset) << given;
     }
 }
@@ -111,12 +107,8 @@ TEST(UnixManners, LanguageNameIgnoresCaseAndTerritory) {
 TEST(UnixManners, PrintsEncryptedTextsInLinesOfAtMost76Characters) {
     const auto encrypted = RunInProcess({"encrypt-text"}, std::string(300, 'x'), Passphrase("x"));
     ASSERT_EQ(encrypted.status, 0) << encrypted.err;
-    EXPECT_TRUE(encrypted.out.ends_with('\n') && !encrypted.out.ends_with("\n\n"));
-    EXPECT_GE(std::count(encrypted.out.begin(), encrypted.out.end(), '\n'), 5);
-    std::istringstream lines(encrypted.out);
-    for (std::string line; std::getline(lines, line);) {
-        EXPECT_LE(line.size(), 76u);
-    }
+    EXPECT_TRUE(std::regex_match(encrypted.out, std::regex("([A-Za-z0-9+/=]{1,76}\n){5,}")))
+        << encrypted.out;
 }
 
 TEST(UnixManners, ProgressShowsBytesSpeedAndTimeLeft) {
@@ -133,8 +125,7 @@ TEST(UnixManners, ProgressShowsBytesSpeedAndTimeLeft) {
 
 TEST(UnixManners, GenpassGivesADifferent32CharacterLineEachTime) {
     const auto first = RunInProcess({"genpass"});
-    ASSERT_EQ(first.out.size(), 33u);
-    EXPECT_EQ(first.out.back(), '\n');
+    EXPECT_TRUE(std::regex_match(first.out, std::regex("[^\n]{32}\n"))) << first.out;
     EXPECT_NE(first.out, RunInProcess({"genpass"}).out);
 }
 

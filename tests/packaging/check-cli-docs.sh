@@ -3,10 +3,8 @@
 # rendered as man does with every warning on, and the completion, loaded the way
 # bash-completion finds it.
 # usage: check-cli-docs.sh KELVORA_CLI ROOT SCRATCH WITH_GUI(0|1)
-set -euo pipefail
+source "$(dirname "$0")/check-lib.sh"
 cli=$1 root=$2 scratch=$3 gui=$4
-status=0
-fail() { echo "$*"; status=1; }
 
 # The overview lists commands as "  NAME   summary" between "Commands:" and a blank line.
 commands=$("$cli" --help | sed -n '/^Commands:/,/^$/p' | awk 'NF > 1 { print $1 }' | LC_ALL=C sort)
@@ -28,37 +26,31 @@ for command in $commands; do
   grep -q "Usage: kelvora-cli $command" <<< "$text" || fail "kelvora-cli(1) lacks the usage of '$command'"
 done
 
-# complete_words WORD... prints, one a line and sorted, what Tab offers for the last word.
-complete_words() {
-  XDG_DATA_DIRS=$root/usr/share bash --norc --noprofile -c '
+rm -rf "$scratch" && mkdir -p "$scratch/restore here" && touch "$scratch/restore.txt"
+# offers EXPECTED WORD...: Tab after "kelvora-cli WORD..." in the scratch folder offers the
+# lines of EXPECTED, in byte order, with the completion loaded as bash-completion finds it.
+offers() {
+  local expected=$1 got
+  shift
+  got=$(cd "$scratch" && XDG_DATA_DIRS=$root/usr/share bash --norc --noprofile -c '
     source /usr/share/bash-completion/bash_completion
     _completion_loader kelvora-cli
     complete -p kelvora-cli | grep -q -- "-F _kelvora_cli" || { echo "not loaded" >&2; exit 1; }
     COMP_WORDS=(kelvora-cli "$@")
     COMP_CWORD=$#
     _kelvora_cli
-    printf "%s\n" "${COMPREPLY[@]}"' bash "$@" | LC_ALL=C sort
+    printf "%s\n" "${COMPREPLY[@]}"' bash "$@" | LC_ALL=C sort)
+  [ "$got" = "$expected" ] || fail "'$*' offers:" $got "; expected:" $expected
 }
 
-got=$(complete_words "")
-[ "$got" = "$(printf '%s\nhelp\n' "$commands" | LC_ALL=C sort)" ] ||
-  fail "an empty first word offers: $got"
-got=$(complete_words "en")
-[ "$got" = "$(grep '^en' <<< "$commands")" ] || fail "'en' offers: $got"
-
+offers "$(printf '%s\nhelp\n' "$commands" | LC_ALL=C sort)" ""
+offers "$(grep '^en' <<< "$commands")" en
 # Each command offers exactly the long options its --help table lists, and --help.
 for command in $commands; do
-  documented=$( ("$cli" "$command" --help | grep -oE '^ +(-[a-zA-Z], )?--[a-z-]+' |
-    grep -oE -- '--[a-z-]+'; echo --help) | LC_ALL=C sort -u)
-  got=$(complete_words "$command" "--")
-  [ "$got" = "$documented" ] || fail "'$command --' offers:" $got "; --help lists:" $documented
+  offers "$( ("$cli" "$command" --help | grep -oE '^ +(-[a-zA-Z], )?--[a-z-]+' |
+    grep -oE -- '--[a-z-]+'; echo --help) | LC_ALL=C sort -u)" "$command" --
 done
-
-rm -rf "$scratch" && mkdir -p "$scratch/restore here" && touch "$scratch/restore.txt"
-got=$(cd "$scratch" && complete_words decrypt -C re)
-[ "$got" = "restore here" ] || fail "'decrypt -C re' offers: $got"
-got=$(cd "$scratch" && complete_words encrypt -o re)
-[ "$got" = "$(printf 'restore here\nrestore.txt')" ] || fail "'encrypt -o re' offers: $got"
-got=$(complete_words encrypt-text --lang "")
-[ "$got" = "$(printf 'de\nen\nes\nfr')" ] || fail "'encrypt-text --lang' offers: $got"
+offers "restore here" decrypt -C re
+offers "$(printf 'restore here\nrestore.txt')" encrypt -o re
+offers "$(printf 'de\nen\nes\nfr')" encrypt-text --lang ""
 exit $status

@@ -2,10 +2,8 @@
 # Builds the Debian package as "make package" does and checks it: the same files as the
 # installed tree, dependencies found from the shared libraries, and lintian's verdict.
 # usage: check-deb.sh BUILD_DIR ROOT SCRATCH
-set -euo pipefail
+source "$(dirname "$0")/check-lib.sh"
 build=$1 root=$2 scratch=$3
-status=0
-fail() { echo "$*"; status=1; }
 
 rm -rf "$scratch"
 (cd "$build" && cpack -G DEB -B "$scratch" > "$scratch.log" 2>&1) || { cat "$scratch.log"; exit 1; }

@@ -2,11 +2,9 @@
 # Checks the installed desktop files with the tools desktops use: the menu entries, the
 # AppStream data, and the MIME package that names ".vexo" files.
 # usage: check-desktop.sh ROOT SCRATCH
-set -euo pipefail
+source "$(dirname "$0")/check-lib.sh"
 root=$1 scratch=$2/mime
 share=$root/usr/share
-status=0
-fail() { echo "$*"; status=1; }
 
 for entry in "$share"/applications/*.desktop; do
   # Hints and warnings count as failures too: the entries are ours to keep clean.

@@ -3,10 +3,8 @@
 # libraries at all and that its texts and containers open with the normal build, and the
 # reverse.
 # usage: check-portable.sh SOURCE_DIR KELVORA_CLI SCRATCH
-set -euo pipefail
+source "$(dirname "$0")/check-lib.sh"
 source=$1 normal=$2 scratch=$3
-status=0
-fail() { echo "$*"; status=1; }
 
 rm -rf "$scratch/data" "$scratch"/*.tar.gz
 archive=$("$source/scripts/build-portable.sh" "$scratch/build" "$scratch")
