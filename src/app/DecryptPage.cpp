@@ -84,6 +84,7 @@ DecryptPage::DecryptPage(WindowContext& context, PassphraseArea& passphrase, Job
     m_lblDecrResult->setTextFormat(Qt::RichText);
     m_lblDecrResult->setTextInteractionFlags(Qt::TextBrowserInteraction);
     m_lblDecrResult->setOpenExternalLinks(false);
+    m_lblDecrResult->hide();
     layout->addWidget(m_lblDecrResult);
     layout->addStretch();
 
@@ -126,7 +127,7 @@ void DecryptPage::OnBrowseFolderClick() {
 }
 
 void DecryptPage::OnDecryptClick() {
-    m_lblDecrResult->clear();
+    ShowResultLine({});
     Outcome outcome;
     const std::optional<FileJobResult> result = Decrypt(outcome);
     if (!result) {
@@ -174,7 +175,14 @@ void DecryptPage::ShowOutcome(const Outcome& outcome) {
                 m_context.Text(kNotRestoredText, outcome.refused.join(QStringLiteral(", ")))
                     .toHtmlEscaped();
     }
+    ShowResultLine(line);
+}
+
+// ShowResultLine shows the line, or hides the empty label: a label that takes links from the
+// keyboard is a Tab stop, and an empty one would be a stop a screen reader cannot name.
+void DecryptPage::ShowResultLine(const QString& line) {
     m_lblDecrResult->setText(line);
+    m_lblDecrResult->setVisible(!line.isEmpty());
 }
 
 } // namespace kelvora

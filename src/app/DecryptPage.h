@@ -44,6 +44,7 @@ private:
     void OnBrowseFolderClick();
     std::optional<FileJobResult> Decrypt(Outcome& outcome);
     void ShowOutcome(const Outcome& outcome);
+    void ShowResultLine(const QString& line);
 
     WindowContext& m_context;
     PassphraseArea& m_passphrase;

@@ -202,6 +202,7 @@ private slots:
         d.Click("Command5");
         QCOMPARE(d.messages.ShownIds(), QList<int>{}); // no success box
         QCOMPARE(tree.Contents(u"window"_s), expected);
+        QVERIFY(!d.Find<QLabel>("LblDecrResult")->isHidden());
         const QString result = d.Find<QLabel>("LblDecrResult")->text();
         const QString folderUrl = QUrl::fromLocalFile(tree.Path(u"window"_s)).toString();
         QVERIFY2(result.startsWith(u"%1 file(s) restored in <a href="_s.arg(expected.size())),

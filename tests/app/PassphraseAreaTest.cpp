@@ -266,6 +266,7 @@ private slots:
         QCOMPARE(h.messages.ShownIds(), QList<int>{});
         QCOMPARE(tree.Contents(u"out/in"_s), tree.Contents(u"in"_s));
         QCOMPARE(h.window.Passphrase().SharedSecurity().State().Slot(0), std::string());
+        QCOMPARE(h.Passphrase(), QString());
     }
 
     void AnEmptyKeyStopsBeforeTheBusyState() {
