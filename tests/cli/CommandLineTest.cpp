@@ -89,6 +89,7 @@ Env Fixture(const ScratchFolder& scratch) {
          text(BuildKey(std::vector<std::string>{"alpha49", "beta1471", "a"}).key, "shared")},
         {"tree/leer", {}},
         {"tree/sub/one", {'1'}},
+        {"gone/kept", {'k'}},
         {"tree/\xC3\x84rger/caf\xC3\xA9.txt", {'c'}},
         {"c1.vexo", BuildContainer({{"a.txt", {'a'}}})},
         {"one.vexo", BuildContainer({{"one.txt", {'h', 'i', '\n'}}})},
@@ -114,6 +115,7 @@ Env Fixture(const ScratchFolder& scratch) {
         names["{" + name + "}"] = scratch / name;
     }
     EXPECT_EQ(::mkfifo((scratch / "fifo").c_str(), 0600), 0);
+    EXPECT_EQ(::symlink("nowhere", (scratch / "gone/dangling").c_str()), 0);
     return names;
 }
 
@@ -400,6 +402,11 @@ TEST(CommandLine, ContainersFilesAndPipes) {
         {"encrypt -o {s}/n.vexo {fifo} {a} | list {s}/n.vexo", 1,
          kFifo + "\n1 entry was left out (named above)", "2\ta\n", "", kPassphrase, "n.vexo"},
         {"list {fifo}", 1, kFifo},
+        // An entry of a tree that cannot be read is named with the system's reason.
+        {"encrypt -o {s}/n.vexo {s}/gone ; list {s}/n.vexo", 1,
+         "cannot read {s}/gone/dangling: No such file or directory\n1 entry was left out (named "
+         "above)",
+         "1\tgone/kept\n", "", kPassphrase, "n.vexo"},
         // A file that reads as empty but holds data is not stored empty.
         {"encrypt -o {s}/n.vexo /proc/self/status", 1,
          "/proc/self/status: refused, its size is not known in advance (it reads 0 bytes but holds "
