@@ -297,17 +297,6 @@ TEST(CRijndaelKeyRule, ShortKeysAreZeroFilledAndLongKeysCut) {
     EXPECT_NE(cipher, cutCipher);
 }
 
-TEST(CRijndaelStream, RestartedDecryptionGetsOnlyItsFirstBlockWrong) {
-    const Bytes plain = PatternBytes(32 * 4, 7);
-    const Bytes cipher = CRijndael().EncryptData(plain, kKey, true);
-    CRijndael rijndael;
-    ASSERT_TRUE(rijndael.EncryptPrepareKey(kKey));
-    EXPECT_EQ(rijndael.DecryptDo(Slice(cipher, 0, 64), false), Slice(plain, 0, 64));
-    const Bytes second = rijndael.DecryptDo(Slice(cipher, 64, 64), false);
-    EXPECT_NE(Slice(second, 0, 32), Slice(plain, 64, 32));
-    EXPECT_EQ(Slice(second, 32, 32), Slice(plain, 96, 32));
-}
-
 TEST(CRijndaelProgress, OneShotReportsEveryBlockUnlessQuietAndRunsEventsEachBlock) {
     for (const bool quiet : {false, true}) {
         RecordingObserver observer;
